@@ -1,0 +1,10 @@
+// Shows the library at work: each subsystem contributes one section.
+#include "demo_sections.h"
+
+#include <cstdio>
+
+int main() {
+    DemoFoundation();
+    std::puts("\nDemo finished.");
+    return 0;
+}

@@ -1,0 +1,7 @@
+// One function per subsystem section of the demo.
+#ifndef LZRB_DEMO_SECTIONS_H
+#define LZRB_DEMO_SECTIONS_H
+
+void DemoFoundation();
+
+#endif

@@ -1,0 +1,46 @@
+#include "CZRB_Exception.h"
+#include "CZRB_Object.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+TEST(Exception, DefaultIsAllZeroAndCopiesKeepEveryMember) {
+    const CZRB_Exception empty;
+    EXPECT_EQ(empty.code, 0U);
+    EXPECT_EQ(empty.object, nullptr);
+    EXPECT_EQ(empty.detail, 0ULL);
+
+    int marker = 0;
+    const CZRB_Exception original(32, &marker, 0x123456789ABULL);
+    const CZRB_Exception copy(original);
+    EXPECT_EQ(copy.code, 32U);
+    EXPECT_EQ(copy.object, &marker);
+    EXPECT_EQ(copy.detail, 0x123456789ABULL);
+}
+
+TEST(Exception, IsCaughtByValueTypeAcrossTheLibraryBoundary) {
+    try {
+        throw CZRB_Exception(5, nullptr, 0);
+    } catch (const CZRB_Exception& e) {
+        EXPECT_EQ(e.code, 5U);
+    }
+}
+
+namespace {
+struct Derived : CZRB_Object {
+    int value = 0;
+};
+} // namespace
+
+TEST(Object, BaseAssignmentCopiesNothingAndDynamicCastWorks) {
+    Derived a;
+    Derived b;
+    a.value = 1;
+    b.value = 2;
+    static_cast<CZRB_Object&>(a) = static_cast<const CZRB_Object&>(b);
+    EXPECT_EQ(a.value, 1);
+
+    std::unique_ptr<CZRB_Object> base = std::make_unique<Derived>();
+    EXPECT_NE(dynamic_cast<Derived*>(base.get()), nullptr);
+}
