@@ -20,8 +20,7 @@ void DemoFoundation() {
 
     word = 0;
     ZRB::SetBcdField(word, 0, 6, 20261122ULL);
-    std::printf("20261122 in 6 BCD digits: 0x%06llX -> %llu\n", word,
-                ZRB::GetBcdField(word, 0, 6));
+    std::printf("20261122 in 6 BCD digits: 0x%06llX -> %llu\n", word, ZRB::GetBcdField(word, 0, 6));
     std::printf("ReflectUint8(0x01) = 0x%02X, ShiftRotatedLeft8(0x81, 9) = 0x%02X\n",
                 ZRB::ReflectUint8(0x01), ZRB::ShiftRotatedLeft8(0x81, 9));
 

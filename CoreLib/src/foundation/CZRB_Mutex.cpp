@@ -45,7 +45,9 @@ CZRB_Mutex& CZRB_Mutex::operator=(const CZRB_Mutex& other) {
 
 CZRB_Mutex::~CZRB_Mutex() = default;
 
-void CZRB_Mutex::DataCopy(const CZRB_Mutex& other) { m_handle = other.m_handle; }
+void CZRB_Mutex::DataCopy(const CZRB_Mutex& other) {
+    m_handle = other.m_handle;
+}
 
 unsigned int CZRB_Mutex::Lock() {
     const int result = pthread_mutex_lock(&m_handle->mutex);
@@ -59,4 +61,6 @@ unsigned int CZRB_Mutex::Lock() {
     return 1;
 }
 
-unsigned int CZRB_Mutex::Unlock() { return pthread_mutex_unlock(&m_handle->mutex) == 0 ? 0 : 1; }
+unsigned int CZRB_Mutex::Unlock() {
+    return pthread_mutex_unlock(&m_handle->mutex) == 0 ? 0 : 1;
+}

@@ -51,7 +51,9 @@ void SetFieldOf(Word& word, unsigned int position, unsigned int width, Word valu
 }
 
 // 2^exponent with the shift count taken modulo 64, as the 64-bit shift instruction does.
-unsigned __int64 PowerOfTwo(unsigned int exponent) { return 1ULL << (exponent & 63U); }
+unsigned __int64 PowerOfTwo(unsigned int exponent) {
+    return 1ULL << (exponent & 63U);
+}
 
 template <typename Word>
 Word Reflect(Word value) {
@@ -154,10 +156,18 @@ void InvertByteOrder(unsigned char* buffer, unsigned int length) {
     }
 }
 
-unsigned char ReflectUint8(unsigned char value) { return Reflect(value); }
-unsigned short ReflectUint16(unsigned short value) { return Reflect(value); }
-unsigned int ReflectUint32(unsigned int value) { return Reflect(value); }
-unsigned __int64 ReflectUint64(unsigned __int64 value) { return Reflect(value); }
+unsigned char ReflectUint8(unsigned char value) {
+    return Reflect(value);
+}
+unsigned short ReflectUint16(unsigned short value) {
+    return Reflect(value);
+}
+unsigned int ReflectUint32(unsigned int value) {
+    return Reflect(value);
+}
+unsigned __int64 ReflectUint64(unsigned __int64 value) {
+    return Reflect(value);
+}
 
 unsigned __int64 IntCeil(unsigned __int64 a, unsigned __int64 b) {
     if (b == 0) {
@@ -215,8 +225,7 @@ unsigned char GetBit(unsigned __int64 word, unsigned int bit) {
     return bit < 64 ? static_cast<unsigned char>((word >> bit) & 1U) : 0;
 }
 
-void SetField(unsigned char& word, unsigned int position, unsigned int width,
-              unsigned char value) {
+void SetField(unsigned char& word, unsigned int position, unsigned int width, unsigned char value) {
     SetFieldOf(word, position, width, value);
 }
 void SetField(unsigned short& word, unsigned int position, unsigned int width,

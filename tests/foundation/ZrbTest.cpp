@@ -1,0 +1,186 @@
+#include "ZRB.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <random>
+
+using namespace ZRB;
+
+TEST(ZrbBytes, ByteOrdersRoundTripAndAnyNonZeroOrderIsBigEndian) {
+    const unsigned char bytes[8] = {0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0xDE, 0xF0};
+    EXPECT_EQ(Uint16FromBuf(bytes, BYTE_ORDER_LITTLE_ENDIAN), 0x3412);
+    EXPECT_EQ(Uint16FromBuf(bytes, static_cast<t_ByteOrdering>(7)), 0x1234);
+    EXPECT_EQ(Uint32FromBuf(bytes, BYTE_ORDER_LITTLE_ENDIAN), 0x78563412U);
+    EXPECT_EQ(Uint32FromBuf(bytes, BYTE_ORDER_BIG_ENDIAN), 0x12345678U);
+    EXPECT_EQ(Uint64FromBuf(bytes, BYTE_ORDER_BIG_ENDIAN), 0x123456789ABCDEF0ULL);
+    EXPECT_EQ(Int16FromBuf(bytes + 4, BYTE_ORDER_BIG_ENDIAN), static_cast<short>(0x9ABC));
+    EXPECT_EQ(Int64FromBuf(bytes, BYTE_ORDER_LITTLE_ENDIAN),
+              static_cast<long long>(0xF0DEBC9A78563412ULL));
+
+    std::mt19937_64 random(42);
+    for (int order = 0; order < 2; ++order) {
+        const auto o = static_cast<t_ByteOrdering>(order);
+        for (int i = 0; i < 200; ++i) {
+            unsigned char buffer[8];
+            const unsigned long long v = random();
+            Uint64ToBuf(v, buffer, o);
+            EXPECT_EQ(Uint64FromBuf(buffer, o), v);
+            const int v32 = static_cast<int>(v);
+            Int32ToBuf(v32, buffer, o);
+            EXPECT_EQ(Int32FromBuf(buffer, o), v32);
+            const short v16 = static_cast<short>(v);
+            Int16ToBuf(v16, buffer, o);
+            EXPECT_EQ(Int16FromBuf(buffer, o), v16);
+        }
+    }
+}
+
+TEST(ZrbBytes, FloatingPointUsesTheIeeeBitPattern) {
+    unsigned char buffer[8];
+    FloatToBuf(1.0f, buffer, BYTE_ORDER_BIG_ENDIAN);
+    const unsigned char oneFloat[4] = {0x3F, 0x80, 0x00, 0x00};
+    EXPECT_EQ(std::memcmp(buffer, oneFloat, 4), 0);
+    EXPECT_EQ(FloatFromBuf(buffer, BYTE_ORDER_BIG_ENDIAN), 1.0f);
+    DoubleToBuf(-2.5, buffer, BYTE_ORDER_LITTLE_ENDIAN);
+    EXPECT_EQ(buffer[7], 0xC0);
+    EXPECT_EQ(buffer[6], 0x04);
+    EXPECT_EQ(DoubleFromBuf(buffer, BYTE_ORDER_LITTLE_ENDIAN), -2.5);
+}
+
+TEST(ZrbBits, InvertReflectRotateAndCeil) {
+    unsigned char abc[3] = {'A', 'B', 'C'};
+    InvertByteOrder(abc, 3);
+    EXPECT_EQ(std::memcmp(abc, "CBA", 3), 0);
+    InvertByteOrder(abc, 0);
+    InvertByteOrder(abc, 1);
+    EXPECT_EQ(std::memcmp(abc, "CBA", 3), 0);
+
+    EXPECT_EQ(ReflectUint8(0x01), 0x80);
+    EXPECT_EQ(ReflectUint16(0x0003), 0xC000);
+    EXPECT_EQ(ReflectUint32(0x04C11DB7U), 0xEDB88320U);
+    EXPECT_EQ(ReflectUint64(1ULL), 0x8000000000000000ULL);
+
+    EXPECT_EQ(ShiftRotatedLeft8(0x81, 9), 0x03);
+    EXPECT_EQ(ShiftRotatedRight8(0x03, 1), 0x81);
+    EXPECT_EQ(ShiftRotatedLeft16(0x8001, 16), 0x8001);
+    EXPECT_EQ(ShiftRotatedRight32(0x12345678U, 32), 0x12345678U);
+    EXPECT_EQ(ShiftRotatedRight32(0x12345678U, 4), 0x81234567U);
+    EXPECT_EQ(ShiftRotatedLeft64(0x8000000000000001ULL, 65), 0x0000000000000003ULL);
+    EXPECT_EQ(ShiftRotatedRight64(1ULL, 0), 1ULL);
+
+    EXPECT_EQ(IntCeil(10, 5), 2ULL);
+    EXPECT_EQ(IntCeil(11, 5), 3ULL);
+    EXPECT_EQ(IntCeil(0, 5), 0ULL);
+    EXPECT_EQ(IntCeil(7, 0), 0ULL);
+}
+
+TEST(ZrbBits, SetBitOutOfRangeKeepsTheShippedOutcomes) {
+    unsigned char byte = 0;
+    SetBit(byte, 33, 1); // 33 mod 32 = 1
+    EXPECT_EQ(byte, 0x02);
+    SetBit(byte, 8, 1);
+    SetBit(byte, 40, 1); // 40 mod 32 = 8: outside the byte
+    EXPECT_EQ(byte, 0x02);
+    unsigned short half = 0;
+    SetBit(half, 17, 1);
+    EXPECT_EQ(half, 0x0002);
+    unsigned int word = 0;
+    SetBit(word, 32, 1);
+    SetBit(word, 31, 1);
+    EXPECT_EQ(word, 0x80000000U);
+    SetBit(word, 31, 0);
+    EXPECT_EQ(word, 0U);
+    unsigned long long wide = 0;
+    SetBit(wide, 64, 1);
+    SetBit(wide, 63, 1);
+    EXPECT_EQ(wide, 0x8000000000000000ULL);
+    EXPECT_EQ(GetBit(wide, 63), 1);
+    EXPECT_EQ(GetBit(wide, 64), 0);
+}
+
+TEST(ZrbFields, MasksStopAtTheWordTopAndTheSumWrapsIn32Bits) {
+    const unsigned long long w = 0xF123456789ABCDEFULL;
+    EXPECT_EQ(GetField(w, 60, 8), 0xFULL);
+    EXPECT_EQ(GetField(w, 4, 8), 0xDEULL);
+    EXPECT_EQ(GetField(w, 0, 0), 0ULL);
+    EXPECT_EQ(GetField(w, 64, 4), 0ULL);
+    EXPECT_EQ(GetField(w, 0, 64), w);
+    EXPECT_EQ(GetField(w, 8, 0xFFFFFFFFU), 0ULL); // 8 + 0xFFFFFFFF wraps to 7
+
+    unsigned long long v = 0;
+    SetField(v, 4, 4, 0x1FULL); // value bits above the width are dropped
+    EXPECT_EQ(v, 0xF0ULL);
+    SetField(v, 4, 0, 0ULL);
+    EXPECT_EQ(v, 0xF0ULL);
+    unsigned char b = 0xFF;
+    SetField(b, 6, 4, static_cast<unsigned char>(0));
+    EXPECT_EQ(b, 0x3F);
+    SetField(b, 8, 4, static_cast<unsigned char>(0));
+    EXPECT_EQ(b, 0x3F);
+    unsigned short h = 0;
+    SetField(h, 12, 8, static_cast<unsigned short>(0xAB));
+    EXPECT_EQ(h, 0xB000);
+    unsigned int u = 0;
+    SetField(u, 0, 32, 0xDEADBEEFU);
+    EXPECT_EQ(u, 0xDEADBEEFU);
+}
+
+TEST(ZrbFields, SignedRepresentationsReadAndWrite) {
+    struct Case {
+        unsigned long long raw;
+        t_ZRB_NumberRepr repr;
+        long long value;
+    };
+    const Case reads[] = {
+        {0xF, NUMBER_REPR_TWOS_COMPLEMENT, -1}, {0xE, NUMBER_REPR_ONES_COMPLEMENT, -1},
+        {0xF, NUMBER_REPR_ONES_COMPLEMENT, 0},  {0x9, NUMBER_REPR_SIGN_MAGNITUDE, -1},
+        {0x7, NUMBER_REPR_OFFSET_BINARY, -1},   {0x9, NUMBER_REPR_UNSIGNED, 9},
+        {0x5, NUMBER_REPR_SIGN_MAGNITUDE, 5},   {0x8, NUMBER_REPR_TWOS_COMPLEMENT, -8},
+    };
+    for (const Case& c : reads) {
+        EXPECT_EQ(GetSignedField(c.raw << 8, 8, 4, c.repr), c.value) << c.raw << " " << c.repr;
+    }
+    EXPECT_EQ(GetSignedField(0xABCD00ULL, 8, 64, NUMBER_REPR_TWOS_COMPLEMENT), 0xABCD00LL);
+    EXPECT_EQ(GetSignedField(0x1ULL, 0, 1, NUMBER_REPR_TWOS_COMPLEMENT), 0);
+    EXPECT_EQ(GetSignedField(0x1ULL, 0, 1, NUMBER_REPR_OFFSET_BINARY), 0);
+    EXPECT_EQ(GetSignedField(0x0ULL, 0, 1, NUMBER_REPR_OFFSET_BINARY), -1);
+    EXPECT_EQ(GetSignedField(0xFULL, 0, 4, static_cast<t_ZRB_NumberRepr>(9)), 0);
+    EXPECT_EQ(GetSignedField(0xFULL, 0, 0, NUMBER_REPR_UNSIGNED), 0);
+
+    for (int repr = 0; repr <= 4; ++repr) {
+        const auto r = static_cast<t_ZRB_NumberRepr>(repr);
+        const long long lowest = repr == 0 ? 0 : (repr == 2 || repr == 4 ? -128 : -127);
+        for (long long value = lowest; value <= (repr == 0 ? 255 : 127); ++value) {
+            unsigned long long word = 0xFFFFFFFFFFFFFFFFULL;
+            SetSignedField(word, 20, 8, value, r);
+            EXPECT_EQ(GetSignedField(word, 20, 8, r), value) << "repr " << repr;
+            EXPECT_EQ(word | 0xFF00000ULL, 0xFFFFFFFFFFFFFFFFULL); // outside bits kept
+        }
+    }
+    unsigned long long word = 0xFFFF;
+    SetSignedField(word, 4, 8, -3, static_cast<t_ZRB_NumberRepr>(5));
+    EXPECT_EQ(word, 0xF00FULL);
+}
+
+TEST(ZrbFields, BcdDigitsAndNonDecimalNibbles) {
+    unsigned long long w = 0xFFFF0000ULL << 32;
+    SetBcdField(w, 0, 4, 123456);
+    EXPECT_EQ(w & 0xFFFF, 0x3456ULL);
+    EXPECT_EQ(w >> 48, 0xFFFFULL);
+    EXPECT_EQ(GetBcdField(w, 0, 4), 3456ULL);
+    EXPECT_EQ(GetBcdField(0x1AULL, 0, 2), 20ULL);
+
+    unsigned long long full = 0;
+    SetBcdField(full, 0, 20, 1234567890123456789ULL);
+    EXPECT_EQ(full, 0x4567890123456789ULL);
+    EXPECT_EQ(GetBcdField(full, 0, 20), 4567890123456789ULL);
+}
+
+TEST(ZrbColour, QuadComponentsFromA32BitWord) {
+    const t_WinRgbQuad q = ToWinRgbQuad32Bit(0x80112233U);
+    EXPECT_EQ(q.Red, 0x11);
+    EXPECT_EQ(q.Green, 0x22);
+    EXPECT_EQ(q.Blue, 0x33);
+    EXPECT_EQ(q.Reserved, 0x80);
+}
