@@ -5,6 +5,7 @@
 
 int main() {
     DemoFoundation();
+    DemoContainers();
     std::puts("\nDemo finished.");
     return 0;
 }
