@@ -6,6 +6,7 @@
 int main() {
     DemoFoundation();
     DemoStrings();
+    DemoContainers();
     std::puts("\nDemo finished.");
     return 0;
 }

@@ -1,0 +1,8 @@
+# Fails when a public header is missing from the umbrella header LZRB_Core.h.
+file(GLOB headers RELATIVE "${INCLUDE_DIR}" "${INCLUDE_DIR}/*.h")
+file(READ "${INCLUDE_DIR}/LZRB_Core.h" umbrella)
+foreach(header IN LISTS headers)
+    if(NOT header MATCHES "^LZRB_(Core|Export)\\.h$" AND NOT umbrella MATCHES "#include \"${header}\"")
+        message(FATAL_ERROR "LZRB_Core.h does not include ${header}")
+    endif()
+endforeach()
