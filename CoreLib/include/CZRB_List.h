@@ -122,8 +122,8 @@ public:
     // The same as AppendVector.
     CZRB_List& operator&=(CZRB_Vector<T>& src);
     // Links copies of n items of src, from src's cursor onward, in before the cursor, with the
-    // link updates of InsertItems(T*...). No cursor throws 5; src running out throws 5 with
-    // the copies made so far linked and the last one not joined to the cursor node. Returns a
+    // link updates of InsertItems(T*...). No cursor throws 5; src running out throws 5 (object
+    // = src) with the copies made so far linked and the last one not joined to the cursor node. Returns a
     // copy of the whole list.
     CZRB_List InsertItems(CZRB_List& src, unsigned int n);
     // dst becomes copies of up to n items from the cursor onward, dst's cursor on its last
@@ -809,7 +809,14 @@ CZRB_List<T> CZRB_List<T>::InsertItems(CZRB_List& src, unsigned int n) {
         CZRB_List snapshot;
         CollectFunction(snapshot, n);
         snapshot.m_pCur = snapshot.m_pHead;
-        return InsertItems(snapshot, n);
+        try {
+            return InsertItems(snapshot, n);
+        } catch (CZRB_Exception& e) {
+            if (e.object == &snapshot) {
+                e.object = this; // the source is this list itself
+            }
+            throw;
+        }
     }
     if (n == 0) {
         return *this;
@@ -818,7 +825,7 @@ CZRB_List<T> CZRB_List<T>::InsertItems(CZRB_List& src, unsigned int n) {
     CNode* source = src.m_pCur;
     for (unsigned int k = 0; k < n; ++k) {
         if (source == nullptr) {
-            throw CZRB_Exception(5, this, 0);
+            throw CZRB_Exception(5, &src, 0); // a copy that runs out reports its source
         }
         previous = LinkBeforeCursorFunction(previous, source->item);
         source = k < src.m_nLength ? src.ForwardFunction(source) : nullptr;

@@ -266,7 +266,7 @@ TEST(List, ShippedInsertionLinks) {
     list = Make({1, 2, 3}); // assignment puts the cursor on the head
     list.ToPos(1);
     src.ToStart();
-    EXPECT_EQ(CodeOf([&] { list.InsertItems(src, 3); }), 5U);
+    EXPECT_EQ(CodeOf([&] { list.InsertItems(src, 3); }, &src), 5U);
     EXPECT_EQ(list.GetLength(), 5U);
     CZRB_Vector<int> vec(raw, 2);
     list.ToStart();
