@@ -10,9 +10,8 @@
 #define CZRB_BITSET_H
 
 #include "CZRB_Object.h"
+#include "CZRB_String.h"
 #include "ZRB.h"
-
-class CZRB_String;
 
 class LZRB_API CZRB_BitSet : public CZRB_Object {
 public:
@@ -190,6 +189,16 @@ public:
     // bytes not reached are left untouched.
     void GetRawByteBuffer(unsigned char* buffer, unsigned int length,
                           ZRB::t_ByteOrdering order) const;
+
+    // --- Text ---
+
+    // Base 2: one '0'/'1' per bit below the length, most significant first. Base 16: one
+    // upper-case digit per four bits (the top digit takes its bits from the word, above the
+    // length too). Any other base: CZRB_String::FromNumber(word 0, base, group, separator).
+    // In base 2 and 16 separator goes between digits after every group digits counted from
+    // the least significant end; a group of 0 means no grouping. Empty without storage, for
+    // length 0, and for other bases when the length exceeds 64.
+    CZRB_String ToString(unsigned int base, unsigned int group, char separator) const;
 
 protected:
     // Word count for numBits bits: 0 for 0, else (numBits - 1) / 64 + 1.

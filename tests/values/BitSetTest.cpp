@@ -305,3 +305,30 @@ TEST(BitSetTest, RawByteBuffers) {
     EXPECT_EQ(std::vector<unsigned char>(back, back + 4),
               std::vector<unsigned char>(bytes, bytes + 4));
 }
+
+TEST(BitSetTest, ToStringInEveryBase) {
+    CZRB_BitSet ones(10, 1), byte(8, 0), wide(65, 0), empty;
+    byte.SetFieldUnsigned(0, 8, 0xA5);
+    wide.SetBit(0, 1).SetBit(64, 1);
+    const struct {
+        const CZRB_BitSet* set;
+        unsigned int base, group;
+        char separator;
+        const char* text;
+    } cases[] = {
+        {&ones, 16, 4, '_', "FFF"},
+        {&ones, 2, 4, '_', "11_1111_1111"},
+        {&ones, 2, 0, '_', "1111111111"},
+        {&ones, 10, 3, '.', "18.446.744.073.709.551.615"},
+        {&byte, 2, 4, ' ', "1010 0101"},
+        {&byte, 16, 1, ':', "A:5"},
+        {&byte, 8, 0, ' ', "245"},
+        {&wide, 16, 0, ' ', "10000000000000001"},
+        {&wide, 2, 64, ' ', "1 0000000000000000000000000000000000000000000000000000000000000001"},
+        {&wide, 10, 0, ' ', ""},
+        {&empty, 2, 4, ' ', ""},
+    };
+    for (const auto& c : cases) {
+        EXPECT_STREQ(c.set->ToString(c.base, c.group, c.separator).GetStringC(), c.text);
+    }
+}

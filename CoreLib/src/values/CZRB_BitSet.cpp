@@ -3,6 +3,7 @@
 #include "CZRB_Exception.h"
 
 #include <algorithm>
+#include <string>
 
 namespace {
 
@@ -28,6 +29,23 @@ unsigned int Parity(unsigned __int64 word) {
     word ^= word >> 2;
     word ^= word >> 1;
     return static_cast<unsigned int>(word & 1);
+}
+
+// Reverses digits gathered from the least significant end into text, putting separator
+// after every `group` digits (0: none), never at either end.
+CZRB_String GroupedText(const std::string& digits, unsigned int group, char separator) {
+    std::string text;
+    text.reserve(digits.size() + (group == 0 ? 0 : digits.size() / group));
+    unsigned int inGroup = 0;
+    for (size_t i = 0; i < digits.size(); ++i) {
+        text.push_back(digits[i]);
+        if (group != 0 && ++inGroup == group && i + 1 < digits.size()) {
+            text.push_back(separator);
+            inGroup = 0;
+        }
+    }
+    std::reverse(text.begin(), text.end());
+    return CZRB_String(text.data(), static_cast<unsigned int>(text.size()));
 }
 
 } // namespace
@@ -580,4 +598,32 @@ void CZRB_BitSet::GetRawByteBuffer(unsigned char* buffer, unsigned int length,
             static_cast<unsigned char>((m_words[i / 4] >> ((i % 4) * 8)) & 0xFF);
         buffer[order == 0 ? i : length - 1 - i] = byte;
     }
+}
+
+// --- Text ---
+
+CZRB_String CZRB_BitSet::ToString(unsigned int base, unsigned int group, char separator) const {
+    if (m_words == nullptr || m_numBits == 0) {
+        return CZRB_String();
+    }
+    std::string digits; // least significant first
+    if (base == 2) {
+        digits.reserve(m_numBits);
+        for (unsigned int i = 0; i < m_numBits; ++i) {
+            digits.push_back(UnsafeGetBit(i) != 0 ? '1' : '0');
+        }
+    } else if (base == 16) {
+        const unsigned int count = m_numBits / 4 + (m_numBits % 4 != 0 ? 1 : 0);
+        digits.reserve(count);
+        for (unsigned int d = 0; d < count; ++d) {
+            const unsigned int nibble =
+                static_cast<unsigned int>((m_words[d / 16] >> ((d % 16) * 4)) & 0xF);
+            digits.push_back("0123456789ABCDEF"[nibble]);
+        }
+    } else if (m_numBits > kWordBits) {
+        return CZRB_String();
+    } else {
+        return CZRB_String::FromNumber(m_words[0], base, group, separator);
+    }
+    return GroupedText(digits, group, separator);
 }
