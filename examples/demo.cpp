@@ -5,6 +5,7 @@
 
 int main() {
     DemoFoundation();
+    DemoBitSet();
     std::puts("\nDemo finished.");
     return 0;
 }
