@@ -332,3 +332,26 @@ TEST(BitSetTest, ToStringInEveryBase) {
         EXPECT_STREQ(c.set->ToString(c.base, c.group, c.separator).GetStringC(), c.text);
     }
 }
+
+TEST(BitSetTest, NamedContainersSortByValue) {
+    CZRB_BitSet items[4] = {CZRB_BitSet(200, 0), CZRB_BitSet(8, 0), CZRB_BitSet(64, 0),
+                            CZRB_BitSet(3, 0)};
+    items[0].SetFieldUnsigned(0, 64, 5); // long, but numerically small
+    items[1].SetFieldUnsigned(0, 8, 200);
+    items[2].SetFieldUnsigned(0, 64, 7);
+    items[3].SetFieldUnsigned(0, 3, 6);
+    const unsigned long long ascending[4] = {5, 6, 7, 200};
+    CZRB_BitSetVector vector(items, 4);
+    CZRB_BitSetList list(items, 4);
+    vector.Sort(1);
+    list.Sort(0);
+    for (unsigned int i = 0; i < 4; ++i) {
+        EXPECT_EQ(vector[i].ToUnsigned(), ascending[i]);
+        EXPECT_EQ(list[i].ToUnsigned(), ascending[3 - i]);
+    }
+    EXPECT_EQ(vector[0].GetNumBits(), 200u);
+    CZRB_BitSetVector empty;
+    EXPECT_THROW(empty.Sort(1), CZRB_Exception);
+    empty = vector;
+    EXPECT_TRUE(empty == vector);
+}

@@ -627,3 +627,23 @@ CZRB_String CZRB_BitSet::ToString(unsigned int base, unsigned int group, char se
     }
     return GroupedText(digits, group, separator);
 }
+
+// --- Named containers ---
+
+// The library's instantiations; the header's extern declarations carry LZRB_API.
+template class CZRB_Vector<CZRB_BitSet>;
+template class CZRB_List<CZRB_BitSet>;
+
+CZRB_BitSetVector::~CZRB_BitSetVector() {}
+
+CZRB_BitSetVector& CZRB_BitSetVector::Sort(unsigned char ascending) {
+    CZRB_Vector<CZRB_BitSet>::Sort(&CZRB_BitSet::Compare, ascending);
+    return *this;
+}
+
+CZRB_BitSetList::~CZRB_BitSetList() {}
+
+CZRB_BitSetList& CZRB_BitSetList::Sort(unsigned char ascending) {
+    CZRB_List<CZRB_BitSet>::Sort(&CZRB_BitSet::Compare, ascending);
+    return *this;
+}
