@@ -3,12 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <vector>
 
 namespace {
 
 using Bits = std::vector<bool>;
+using Bytes = std::vector<unsigned char>;
 
 CZRB_BitSet Make(const Bits& bits) {
     CZRB_BitSet set(static_cast<unsigned int>(bits.size()), 0);
@@ -26,11 +28,15 @@ Bits Read(const CZRB_BitSet& set) {
     return bits;
 }
 
+Bits Cat(Bits low, const Bits& high) {
+    low.insert(low.end(), high.begin(), high.end());
+    return low;
+}
+
 // Numeric comparison of two bit strings (zero-extended), as the set compares its words.
 int CompareBits(const Bits& a, const Bits& b) {
     for (size_t i = std::max(a.size(), b.size()); i-- > 0;) {
-        const bool x = i < a.size() && a[i];
-        const bool y = i < b.size() && b[i];
+        const bool x = i < a.size() && a[i], y = i < b.size() && b[i];
         if (x != y) {
             return x ? 1 : -1;
         }
@@ -38,7 +44,8 @@ int CompareBits(const Bits& a, const Bits& b) {
     return 0;
 }
 
-int Code(void (*action)()) {
+template <class F>
+int Code(F action) {
     try {
         action();
     } catch (const CZRB_Exception& e) {
@@ -53,7 +60,6 @@ int Code(void (*action)()) {
 // predicts every operation.
 TEST(BitSetTest, MatchesBitVectorReference) {
     std::mt19937 rng(12345);
-    const unsigned int lengths[] = {1, 2, 63, 64, 65, 127, 128, 129, 200};
     auto random = [&](unsigned int n) {
         Bits bits(n);
         for (unsigned int i = 0; i < n; ++i) {
@@ -61,43 +67,30 @@ TEST(BitSetTest, MatchesBitVectorReference) {
         }
         return bits;
     };
-    for (unsigned int n : lengths) {
-        for (unsigned int m : lengths) {
+    for (unsigned int n : {1, 2, 63, 64, 65, 127, 128, 129, 200}) {
+        for (unsigned int m : {1, 2, 63, 64, 65, 127, 128, 129, 200}) {
             const Bits a = random(n), b = random(m);
             const CZRB_BitSet sa = Make(a), sb = Make(b);
-            ASSERT_EQ(Read(sa), a);
-            EXPECT_EQ(sa.GetBit(n), 0);
-
-            const unsigned int common = std::min(n, m);
-            Bits andBits(common), orBits(common), xorBits(common);
-            for (unsigned int i = 0; i < common; ++i) {
-                andBits[i] = a[i] && b[i];
-                orBits[i] = a[i] || b[i];
-                xorBits[i] = a[i] != b[i];
+            Bits andBits, orBits, xorBits;
+            for (unsigned int i = 0; i < std::min(n, m); ++i) {
+                andBits.push_back(a[i] && b[i]);
+                orBits.push_back(a[i] || b[i]);
+                xorBits.push_back(a[i] != b[i]);
             }
             EXPECT_EQ(Read(sa & sb), andBits);
             EXPECT_EQ(Read(sa | sb), orBits);
             EXPECT_EQ(Read(sa ^ sb), xorBits);
             EXPECT_EQ(sa.Compare(sb), CompareBits(a, b)) << n << " vs " << m;
-            EXPECT_EQ(sa < sb, CompareBits(a, b) < 0);
 
-            Bits joined(b);
-            joined.insert(joined.end(), a.begin(), a.end());
-            EXPECT_EQ(Read(sa.Join(sb)), joined);
-            CZRB_BitSet below(sa), above(sa);
-            EXPECT_EQ(Read(below.Merge(sb, 0)), joined);
-            Bits appended(a);
-            appended.insert(appended.end(), b.begin(), b.end());
-            EXPECT_EQ(Read(above.Merge(sb, 1)), appended);
+            EXPECT_EQ(Read(sa.Join(sb)), Cat(b, a));
+            CZRB_BitSet below(sa), above(sa), target(sa);
+            EXPECT_EQ(Read(below.Merge(sb, 0)), Cat(b, a));
+            EXPECT_EQ(Read(above.Merge(sb, 1)), Cat(a, b));
 
-            const unsigned int position = m % (n + 1);
+            const unsigned int position = m % (n + 1), width = std::min(m, n - position);
             Bits written(a);
-            for (unsigned int k = 0; k < std::min(m, n - position); ++k) {
-                written[position + k] = b[k];
-            }
-            CZRB_BitSet target(sa);
+            std::copy(b.begin(), b.begin() + width, written.begin() + position);
             EXPECT_EQ(Read(target.SetField(position, m, sb)), written);
-            const unsigned int width = std::min(m, n - position);
             EXPECT_EQ(Read(sa.GetField(position, m)),
                       Bits(a.begin() + position, a.begin() + position + width));
         }
@@ -115,35 +108,27 @@ TEST(BitSetTest, MatchesBitVectorReference) {
         Bits inverted(a);
         inverted.flip();
         EXPECT_EQ(Read(~sa), inverted);
-        unsigned int ones = 0;
-        for (bool bit : a) {
-            ones += bit;
-        }
+        const unsigned int ones = static_cast<unsigned int>(std::count(a.begin(), a.end(), true));
         EXPECT_EQ(sa.And(), ones == n);
         EXPECT_EQ(sa.Or(), ones != 0);
         EXPECT_EQ(sa.Xor(), ones % 2);
     }
 }
 
-TEST(BitSetTest, LengthsAndWordCounts) {
+TEST(BitSetTest, LengthsWordCountsAndFields) {
     EXPECT_EQ(Code([] { CZRB_BitSet(0, 1); }), 5);
     EXPECT_EQ(Code([] { CZRB_BitSet() << 1; }), 5);
     EXPECT_EQ(Code([] { CZRB_BitSet() >> 1; }), 5);
     CZRB_BitSet empty;
-    EXPECT_FALSE(empty.IsValid());
-    EXPECT_EQ(empty.ToUnsigned(), 0u);
-    EXPECT_EQ(empty.GetField(0, 8).IsValid(), 0);
-    EXPECT_EQ(empty.And(), 1);
+    EXPECT_TRUE(!empty.IsValid() && empty.ToUnsigned() == 0 && empty.And() == 1);
+    EXPECT_FALSE(empty.GetField(0, 8).IsValid());
 
     // Assigning a 64-bit value keeps the length only of a one-word set.
-    const struct {
-        unsigned int bits, lengthAfter;
-    } cases[] = {{10, 10}, {63, 63}, {64, 64}, {65, 64}, {128, 64}, {129, 64}};
-    for (const auto& c : cases) {
-        CZRB_BitSet set(c.bits, 1);
+    for (unsigned int bits : {10, 63, 64, 65, 128, 129}) {
+        CZRB_BitSet set(bits, 1);
         set = 0x8000000000000001ULL;
-        EXPECT_EQ(set.GetNumBits(), c.lengthAfter) << c.bits;
-        EXPECT_EQ(set.ToUnsigned(), 0x8000000000000001ULL) << c.bits;
+        EXPECT_EQ(set.GetNumBits(), bits <= 64 ? bits : 64) << bits;
+        EXPECT_EQ(set.ToUnsigned(), 0x8000000000000001ULL) << bits;
     }
     empty = 5ULL;
     EXPECT_EQ(empty.GetNumBits(), 64u);
@@ -151,15 +136,24 @@ TEST(BitSetTest, LengthsAndWordCounts) {
     CZRB_BitSet seventy(70, 0);
     seventy.SetBit(70, 1).SetBit(69, 1);
     EXPECT_EQ(seventy.GetBit(70), 0);
-    EXPECT_EQ(seventy.GetBit(69), 1);
-    EXPECT_EQ(seventy.ToUnsigned(), ~0ULL);
-
+    EXPECT_EQ(seventy.ToUnsigned(), ~0ULL); // saturates
     seventy.SetNumBits(0);
-    EXPECT_FALSE(seventy.IsValid());
-    EXPECT_EQ(seventy.GetNumBits(), 0u);
+    EXPECT_TRUE(!seventy.IsValid() && seventy.GetNumBits() == 0);
     seventy.SetNumBits(3);
-    EXPECT_TRUE(seventy.IsValid());
-    EXPECT_EQ(seventy.ToUnsigned(), 0u);
+    EXPECT_TRUE(seventy.IsValid() && seventy.ToUnsigned() == 0);
+
+    CZRB_BitSet wide(130, 0);
+    wide.Fill(60, 10, 1).Fill(125, 100, 1).Fill(131, 5, 1);
+    EXPECT_EQ(wide.GetFieldUnsigned(58, 14), 0x0FFCu);
+    EXPECT_EQ(wide.GetFieldUnsigned(124, 64), 0x3Eu);
+    EXPECT_EQ(wide.GetField(125, 64).GetNumBits(), 5u);
+    EXPECT_FALSE(wide.GetField(130, 5).IsValid());
+    wide.SetFieldUnsigned(128, 9, 0).SetFieldUnsigned(131, 1, 1); // clamped to the length
+    EXPECT_EQ(wide.GetFieldUnsigned(126, 64), 0x3u);
+    CZRB_BitSet longer(200, 0);
+    longer.SetFieldUnsigned(100, 200, ~0ULL); // at most 64 bits written
+    EXPECT_EQ(longer.GetFieldUnsigned(98, 4), 0xCu);
+    EXPECT_EQ(longer.GetFieldUnsigned(160, 8), 0xFu);
 }
 
 TEST(BitSetTest, BitsAboveTheLength) {
@@ -169,88 +163,31 @@ TEST(BitSetTest, BitsAboveTheLength) {
     EXPECT_EQ(ones.GetFieldUnsigned(0, 64), 1023u);
     EXPECT_EQ(ones.GetBit(10), 0);
     EXPECT_EQ(ones[10], 1); // unchecked within the word
-    EXPECT_EQ(ones.Or(), 1);
-
-    ones.SetNumBits(20); // grows inside the word: the old bits come back
+    ones.SetNumBits(20);    // grows inside the word: the old bits come back
     EXPECT_EQ(ones.GetFieldUnsigned(0, 20), 0xFFFFFu);
     ones.SetNumBits(70); // the new word is zeroed
     EXPECT_EQ(ones.GetFieldUnsigned(60, 10), 0xFu);
 
-    CZRB_BitSet zero(10, 0);
+    CZRB_BitSet zero(10, 0), hundred(100, 0), b(70, 1);
     EXPECT_EQ((~zero).ToUnsigned(), ~0ULL);
-    EXPECT_EQ((~zero).And(), 1);
-    EXPECT_EQ((zero << 0).ToUnsigned(), 0u);
     EXPECT_TRUE((~zero << 0) == 1023ULL); // a shift stays within the length
-
-    CZRB_BitSet a(10, 0), b(70, 1);
-    const CZRB_BitSet both = a | b;
-    EXPECT_EQ(both.GetNumBits(), 10u);
-    EXPECT_EQ(both.ToUnsigned(), ~0ULL); // one word, taken whole
-    a |= b;
-    EXPECT_EQ(a.GetNumBits(), 10u);
-}
-
-TEST(BitSetTest, FieldsFillAndComparison) {
-    CZRB_BitSet set(16, 0);
-    set.SetFieldUnsigned(0, 16, 0x00FF);
-    EXPECT_EQ((set << 4).ToUnsigned(), 0x0FF0u);
-    EXPECT_EQ((set << 20).ToUnsigned(), 0u);
-    EXPECT_EQ((set >> 4).ToUnsigned(), 0x000Fu);
-    set <<= 8;
-    EXPECT_EQ(set.ToUnsigned(), 0xFF00u);
-
-    CZRB_BitSet wide(130, 0);
-    wide.Fill(60, 10, 1).Fill(125, 100, 1).Fill(131, 5, 1);
-    EXPECT_EQ(wide.GetFieldUnsigned(58, 14), 0x0FFCu);
-    EXPECT_EQ(wide.GetFieldUnsigned(124, 64), 0x3Eu);
-    EXPECT_EQ(wide.GetField(125, 64).GetNumBits(), 5u);
-    EXPECT_EQ(wide.GetField(130, 5).IsValid(), 0);
-    wide.SetFieldUnsigned(128, 9, 0); // clamped to the length
-    EXPECT_EQ(wide.GetFieldUnsigned(126, 64), 0x3u);
-    CZRB_BitSet longer(200, 0);
-    longer.SetFieldUnsigned(100, 200, ~0ULL); // at most 64 bits written
-    EXPECT_EQ(longer.GetFieldUnsigned(98, 4), 0xCu);
-    EXPECT_EQ(longer.GetFieldUnsigned(160, 8), 0xFu);
-
-    CZRB_BitSet hundred(100, 0);
     hundred.SetFieldUnsigned(0, 64, 7);
-    EXPECT_TRUE(hundred == 7ULL);
-    CZRB_BitSet seven(3, 0);
-    seven.Fill(0, 3, 1);
-    EXPECT_EQ(CZRB_BitSet::Compare(hundred, seven), 0);
-    hundred.SetBit(99, 1);
-    EXPECT_EQ(CZRB_BitSet::Compare(hundred, seven), 1);
-    EXPECT_EQ(CZRB_BitSet::Compare(seven, hundred), -1);
-    EXPECT_TRUE(hundred > ~0ULL);
-    EXPECT_TRUE(seven <= 7ULL && seven >= 7ULL && seven < 8ULL && seven != 6ULL);
+    EXPECT_TRUE(hundred == 7ULL && hundred <= 7ULL && hundred < 8ULL && hundred != 6ULL);
+    EXPECT_EQ((zero | b).ToUnsigned(), ~0ULL); // one word, taken whole
+    zero |= b;
+    EXPECT_EQ(zero.GetNumBits(), 10u);
+    EXPECT_EQ(zero.Compare(b), -1); // b's second word decides
 }
 
 TEST(BitSetTest, JoinMergeAndBitReferences) {
-    CZRB_BitSet a(4, 0), b(4, 0), empty;
+    CZRB_BitSet a(4, 0), empty;
     a.SetFieldUnsigned(0, 4, 0xA);
-    b.SetFieldUnsigned(0, 4, 0x5);
-    const CZRB_BitSet joined = a.Join(b);
-    EXPECT_EQ(joined.GetNumBits(), 8u);
-    EXPECT_EQ(joined.ToUnsigned(), 0xA5u);
     CZRB_BitSet merged(a);
-    EXPECT_EQ(merged.Merge(b, 1).ToUnsigned(), 0x5Au);
-    merged = a;
     EXPECT_EQ(merged.Merge(merged, 0).ToUnsigned(), 0xAAu);
-    for (const CZRB_BitSet* x : {&a, &empty}) {
-        for (const CZRB_BitSet* y : {&a, &empty}) {
-            if (x == &a && y == &a) {
-                continue;
-            }
-            try {
-                CZRB_BitSet target(*x);
-                target.Merge(*y, 1);
-                ADD_FAILURE() << "Merge with an empty set did not throw";
-            } catch (const CZRB_Exception& e) {
-                EXPECT_EQ(e.code, 32u);
-            }
-            EXPECT_THROW(x->Join(*y), CZRB_Exception);
-        }
-    }
+    EXPECT_EQ(Code([&] { CZRB_BitSet(a).Merge(empty, 1); }), 32);
+    EXPECT_EQ(Code([&] { CZRB_BitSet().Merge(a, 0); }), 32);
+    EXPECT_EQ(Code([&] { a.Join(empty); }), 32);
+    EXPECT_EQ(Code([&] { empty.Join(a); }), 32);
 
     CZRB_BitSet set(8, 0);
     set[3] = 1;
@@ -270,8 +207,7 @@ TEST(BitSetTest, JoinMergeAndBitReferences) {
 }
 
 TEST(BitSetTest, RawByteBuffers) {
-    const unsigned char bytes[16] = {0x01, 0x02, 0x03, 0x04, 0x05, 0x06, 0x07, 0x08,
-                                     0x09, 0x0A, 0x0B, 0x0C, 0x0D, 0x0E, 0x0F, 0x10};
+    const unsigned char bytes[16] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16};
     CZRB_BitSet one(64, 0);
     one.SetRawByteBuffer(bytes, 16, ZRB::BYTE_ORDER_LITTLE_ENDIAN);
     EXPECT_EQ(one.ToUnsigned(), 0x0807060504030201ULL);
@@ -280,30 +216,23 @@ TEST(BitSetTest, RawByteBuffers) {
     one.SetRawByteBuffer(bytes, 2, ZRB::BYTE_ORDER_BIG_ENDIAN); // only the low two bytes
     EXPECT_EQ(one.ToUnsigned(), 0x0102030405060102ULL);
 
-    unsigned char out[8] = {0xEE, 0xEE, 0xEE, 0xEE, 0xEE, 0xEE, 0xEE, 0xEE};
-    one.GetRawByteBuffer(out, 8, ZRB::BYTE_ORDER_LITTLE_ENDIAN); // 4 bytes only
-    const unsigned char little[8] = {0x02, 0x01, 0x06, 0x05, 0xEE, 0xEE, 0xEE, 0xEE};
-    EXPECT_EQ(std::vector<unsigned char>(out, out + 8),
-              std::vector<unsigned char>(little, little + 8));
-    one.GetRawByteBuffer(out, 8, static_cast<ZRB::t_ByteOrdering>(7));
-    const unsigned char big[8] = {0x02, 0x01, 0x06, 0x05, 0x05, 0x06, 0x01, 0x02};
-    EXPECT_EQ(std::vector<unsigned char>(out, out + 8), std::vector<unsigned char>(big, big + 8));
+    Bytes out(8, 0xEE);
+    one.GetRawByteBuffer(out.data(), 8, ZRB::BYTE_ORDER_LITTLE_ENDIAN); // 4 bytes only
+    EXPECT_EQ(out, (Bytes{2, 1, 6, 5, 0xEE, 0xEE, 0xEE, 0xEE}));
+    one.GetRawByteBuffer(out.data(), 8, static_cast<ZRB::t_ByteOrdering>(7));
+    EXPECT_EQ(out, (Bytes{2, 1, 6, 5, 5, 6, 1, 2}));
 
     // Round trips within the low 32 bits of each word, in both orders.
     CZRB_BitSet two(65, 0);
     two.SetRawByteBuffer(bytes, 12, ZRB::BYTE_ORDER_LITTLE_ENDIAN);
     EXPECT_EQ(two.GetFieldUnsigned(64, 1), 1u);
-    unsigned char back[8] = {};
-    two.GetRawByteBuffer(back, 8, ZRB::BYTE_ORDER_LITTLE_ENDIAN);
-    const unsigned char lowHalves[8] = {0x01, 0x02, 0x03, 0x04, 0x09, 0x0A, 0x0B, 0x0C};
-    EXPECT_EQ(std::vector<unsigned char>(back, back + 8),
-              std::vector<unsigned char>(lowHalves, lowHalves + 8));
+    two.GetRawByteBuffer(out.data(), 8, ZRB::BYTE_ORDER_LITTLE_ENDIAN);
+    EXPECT_EQ(out, (Bytes{1, 2, 3, 4, 9, 10, 11, 12}));
     CZRB_BitSet four(32, 0);
     four.SetRawByteBuffer(bytes, 4, ZRB::BYTE_ORDER_BIG_ENDIAN);
     EXPECT_EQ(four.ToUnsigned(), 0x01020304u);
-    four.GetRawByteBuffer(back, 4, ZRB::BYTE_ORDER_BIG_ENDIAN);
-    EXPECT_EQ(std::vector<unsigned char>(back, back + 4),
-              std::vector<unsigned char>(bytes, bytes + 4));
+    four.GetRawByteBuffer(out.data(), 4, ZRB::BYTE_ORDER_BIG_ENDIAN);
+    EXPECT_EQ(Bytes(out.begin(), out.begin() + 4), Bytes(bytes, bytes + 4));
 }
 
 TEST(BitSetTest, ToStringInEveryBase) {
@@ -349,9 +278,6 @@ TEST(BitSetTest, NamedContainersSortByValue) {
         EXPECT_EQ(vector[i].ToUnsigned(), ascending[i]);
         EXPECT_EQ(list[i].ToUnsigned(), ascending[3 - i]);
     }
-    EXPECT_EQ(vector[0].GetNumBits(), 200u);
     CZRB_BitSetVector empty;
     EXPECT_THROW(empty.Sort(1), CZRB_Exception);
-    empty = vector;
-    EXPECT_TRUE(empty == vector);
 }
