@@ -7,6 +7,7 @@ int main() {
     DemoFoundation();
     DemoStrings();
     DemoContainers();
+    DemoBitSet();
     std::puts("\nDemo finished.");
     return 0;
 }
