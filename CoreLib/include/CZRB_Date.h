@@ -6,7 +6,18 @@
 #ifndef CZRB_DATE_H
 #define CZRB_DATE_H
 
+#include "CZRB_Buffer.h"
 #include "CZRB_Object.h"
+#include "CZRB_String.h"
+
+class CZRB_Date;
+
+// Writes the date's record: its day number as one signed 64-bit value (the null marker for a
+// null date). Returns the stream; the stream's own codes (23) propagate.
+LZRB_API CZRB_Buffer& operator<<(CZRB_Buffer& buffer, CZRB_Date& date);
+// Reads a record written by operator<< into the date, unchecked; returns the stream. A short
+// stream throws the stream's code 3 (24 when not readable) and leaves the date unchanged.
+LZRB_API CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_Date& date);
 
 class LZRB_API CZRB_Date : public CZRB_Object {
 public:
@@ -109,6 +120,13 @@ public:
     // -1, 0 or +1 as a orders before, with or after b by day number.
     static signed char SortCompare(const CZRB_Date& a, const CZRB_Date& b);
 
+    // The format copied character by character with directives of GetDateStruct's fields:
+    // %d/%D day, %m/%M month (upper case pads to two digits), %y the year's absolute value cut
+    // to its last two digits, %Y the year with its sign, %% a percent sign. Another directive
+    // is copied with its "%"; a "%" at the end produces nothing. A date GetDateStruct cannot
+    // show prints its fields as 0.
+    CZRB_String ToString(const CZRB_String& format, t_Calendar calendar) const;
+
 protected:
     // Copies the day number of other.
     void DataCopy(const CZRB_Date& other);
@@ -126,6 +144,9 @@ protected:
     static CZRB_Date CreateFromJulianDay(__int64 julianDay);
 
 private:
+    friend CZRB_Buffer& operator<<(CZRB_Buffer& buffer, CZRB_Date& date);
+    friend CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_Date& date);
+
     // Holds the number as it is, without any check.
     explicit CZRB_Date(__int64 julianDay);
 

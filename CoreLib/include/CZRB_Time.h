@@ -4,7 +4,18 @@
 #ifndef CZRB_TIME_H
 #define CZRB_TIME_H
 
+#include "CZRB_Buffer.h"
 #include "CZRB_Object.h"
+#include "CZRB_String.h"
+
+class CZRB_Time;
+
+// Writes the time's record: its millisecond count as one signed 32-bit value (-1 for a null
+// time). Returns the stream; the stream's own codes (23) propagate.
+LZRB_API CZRB_Buffer& operator<<(CZRB_Buffer& buffer, CZRB_Time& time);
+// Reads a record written by operator<< into the time, unchecked; returns the stream. A short
+// stream throws the stream's code 3 (24 when not readable) and leaves the time unchanged.
+LZRB_API CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_Time& time);
 
 class LZRB_API CZRB_Time : public CZRB_Object {
 public:
@@ -78,6 +89,12 @@ public:
     // -1, 0 or +1 as a orders before, with or after b by count.
     static signed char SortCompare(const CZRB_Time& a, const CZRB_Time& b);
 
+    // The format copied character by character with directives of GetTimeStruct's parts:
+    // %h/%H hour, %t/%T minute, %s/%S second (upper case pads to two digits), %x/%X
+    // millisecond (upper case pads to three), %% a percent sign. Another directive is copied
+    // with its "%"; a "%" at the end produces nothing. A null time prints its parts as 0.
+    CZRB_String ToString(const CZRB_String& format) const;
+
 protected:
     // Copies the count of other.
     void DataCopy(const CZRB_Time& other);
@@ -85,6 +102,9 @@ protected:
     static bool IsValid(int hour, int minute, int second, int millisecond);
 
 private:
+    friend CZRB_Buffer& operator<<(CZRB_Buffer& buffer, CZRB_Time& time);
+    friend CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_Time& time);
+
     int m_milliseconds;
 };
 

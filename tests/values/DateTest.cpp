@@ -213,3 +213,20 @@ TEST(Date, AddMonthsMatchesTheStepwiseLoop) {
             << year << " + " << n << " months in " << calendar;
     }
 }
+
+TEST(Date, ToStringDirectives) {
+    const CZRB_Date date(2024, 3, 5, G);
+    struct Row {
+        const char* format;
+        CZRB_Date::t_Calendar calendar;
+        const char* text;
+    } const rows[] = {
+        {"%D.%M.%Y", G, "05.03.2024"}, {"%d/%m/%y", G, "5/3/24"},   {"%Y-%M-%D", P, "1402-12-15"},
+        {"%d.%m.%Y", I, "24.8.1445"},  {"100%% %q%", G, "100% %q"}, {"", G, ""},
+    };
+    for (const Row& r : rows)
+        EXPECT_STREQ(date.ToString(r.format, r.calendar).GetStringC(), r.text) << r.format;
+    EXPECT_STREQ(CZRB_Date(5, 1, 1, G).ToString("%y", G).GetStringC(), "5");
+    EXPECT_STREQ(CZRB_Date(-2024, 1, 1, G).ToString("%y %Y", G).GetStringC(), "24 -2024");
+    EXPECT_STREQ(CZRB_Date().ToString("%D.%M.%Y", G).GetStringC(), "00.00.0");
+}

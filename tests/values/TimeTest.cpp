@@ -74,3 +74,11 @@ TEST(Time, DifferencesComparisonsAndTheClock) {
     EXPECT_TRUE(now.FromCurrentTime().IsValid());
     EXPECT_TRUE(CZRB_Time::GetCurrentTime().IsValid());
 }
+
+TEST(Time, ToStringDirectives) {
+    const CZRB_Time t(7, 5, 3, 42);
+    EXPECT_STREQ(t.ToString("%H:%T:%S.%X").GetStringC(), "07:05:03.042");
+    EXPECT_STREQ(t.ToString("%h:%t:%s.%x").GetStringC(), "7:5:3.42");
+    EXPECT_STREQ(t.ToString("%% %a%").GetStringC(), "% %a");
+    EXPECT_STREQ(CZRB_Time().ToString("%H:%T").GetStringC(), "00:00");
+}

@@ -2,6 +2,8 @@
 
 #include <climits>
 #include <cmath>
+#include <cstdio>
+#include <cstring>
 #include <ctime>
 
 namespace {
@@ -468,4 +470,65 @@ signed char CZRB_Date::SortCompare(const CZRB_Date& a, const CZRB_Date& b) {
     if (a.m_julianDay == b.m_julianDay)
         return 0;
     return a.m_julianDay > b.m_julianDay ? 1 : -1;
+}
+
+// --- Text and stream ---
+
+CZRB_String CZRB_Date::ToString(const CZRB_String& format, t_Calendar calendar) const {
+    t_Date_Struct date;
+    GetDateStruct(date, calendar);
+    CZRB_String text;
+    const unsigned int length = format.GetLength();
+    for (unsigned int i = 0; i < length; ++i) {
+        const char c = format.GetChar(i);
+        if (c != '%') {
+            text += c;
+            continue;
+        }
+        if (++i == length)
+            break;
+        const char directive = format.GetChar(i);
+        char field[16];
+        switch (directive) {
+        case 'd':
+        case 'D':
+            std::snprintf(field, sizeof field, "%0*d", directive == 'D' ? 2 : 0, date.day);
+            break;
+        case 'm':
+        case 'M':
+            std::snprintf(field, sizeof field, "%0*d", directive == 'M' ? 2 : 0, date.month);
+            break;
+        case 'y': {
+            // Through unsigned, so that the smallest year has a magnitude too.
+            const unsigned int magnitude = date.year < 0 ? 0U - static_cast<unsigned int>(date.year)
+                                                         : static_cast<unsigned int>(date.year);
+            std::snprintf(field, sizeof field, "%u", magnitude);
+            const size_t digits = std::strlen(field);
+            if (digits >= 2)
+                std::memmove(field, field + digits - 2, 3);
+            break;
+        }
+        case 'Y':
+            std::snprintf(field, sizeof field, "%d", date.year);
+            break;
+        default: // "%%" gives "%", any other directive is copied with its "%"
+            if (directive != '%')
+                text += '%';
+            text += directive;
+            continue;
+        }
+        text += field;
+    }
+    return text;
+}
+
+CZRB_Buffer& operator<<(CZRB_Buffer& buffer, CZRB_Date& date) {
+    return buffer << date.m_julianDay;
+}
+
+CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_Date& date) {
+    __int64 julianDay = 0;
+    buffer >> julianDay;
+    date.m_julianDay = julianDay;
+    return buffer;
 }

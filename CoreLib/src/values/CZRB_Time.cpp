@@ -1,6 +1,7 @@
 #include "CZRB_Time.h"
 
 #include <climits>
+#include <cstdio>
 #include <ctime>
 
 namespace {
@@ -170,4 +171,62 @@ signed char CZRB_Time::SortCompare(const CZRB_Time& a, const CZRB_Time& b) {
     if (a.m_milliseconds == b.m_milliseconds)
         return 0;
     return a.m_milliseconds > b.m_milliseconds ? 1 : -1;
+}
+
+CZRB_String CZRB_Time::ToString(const CZRB_String& format) const {
+    t_Date_Struct time = {0, 0, 0, 0};
+    GetTimeStruct(time);
+    CZRB_String text;
+    const unsigned int length = format.GetLength();
+    for (unsigned int i = 0; i < length; ++i) {
+        const char c = format.GetChar(i);
+        if (c != '%') {
+            text += c;
+            continue;
+        }
+        if (++i == length)
+            break;
+        const char directive = format.GetChar(i);
+        const bool padded = directive >= 'A' && directive <= 'Z';
+        int value = 0;
+        int width = 0;
+        switch (directive | 0x20) { // the lower-case letter
+        case 'h':
+            value = time.hour;
+            width = padded ? 2 : 0;
+            break;
+        case 't':
+            value = time.minute;
+            width = padded ? 2 : 0;
+            break;
+        case 's':
+            value = time.second;
+            width = padded ? 2 : 0;
+            break;
+        case 'x':
+            value = time.millisecond;
+            width = padded ? 3 : 0;
+            break;
+        default: // "%%" gives "%", any other directive is copied with its "%"
+            if (directive != '%')
+                text += '%';
+            text += directive;
+            continue;
+        }
+        char field[16];
+        std::snprintf(field, sizeof field, "%0*d", width, value);
+        text += field;
+    }
+    return text;
+}
+
+CZRB_Buffer& operator<<(CZRB_Buffer& buffer, CZRB_Time& time) {
+    return buffer << time.m_milliseconds;
+}
+
+CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_Time& time) {
+    int milliseconds = 0;
+    buffer >> milliseconds;
+    time.m_milliseconds = milliseconds;
+    return buffer;
 }
