@@ -21,21 +21,10 @@ const long long kFirst = -784350574879LL;
 const long long kLast = 784354017364LL;
 
 // Years within which the day-number formula does not wrap, per calendar.
-long long FaithfulYears(Cal calendar) {
-    switch (calendar) {
-    case CZRB_Date::CALENDAR_REVISED_JULIAN:
-        return 32767;
-    case CZRB_Date::CALENDAR_PERSIAN:
-        return 3000000;
-    case CZRB_Date::CALENDAR_ISLAMIC:
-        return 202000;
-    default:
-        return 2147483647;
-    }
-}
+const long long kFaithfulYears[] = {2147483647, 2147483647, 32767, 3000000, 202000};
 
 CZRB_Date::t_Date_Struct NextDay(CZRB_Date::t_Date_Struct d, Cal calendar) {
-    if (++d.day > CZRB_Date::GetDaysPerMonth(d.month, d.year, calendar)) {
+    if (++d.day > 28 && d.day > CZRB_Date::GetDaysPerMonth(d.month, d.year, calendar)) {
         d.day = 1;
         if (++d.month > 12) {
             d.month = 1;
@@ -91,7 +80,7 @@ TEST(DateCalendar, SamplesAcrossTheWholeSpanAreConsecutiveAndRoundTrip) {
                 continue;
             }
             ASSERT_TRUE(DateProbe::CreateFromJulianDay(jd + 1).GetDateStruct(next, calendar));
-            if (std::llabs(d.year) > FaithfulYears(calendar))
+            if (std::llabs(d.year) > kFaithfulYears[calendar])
                 continue;
             ASSERT_TRUE(Same(NextDay(d, calendar), next)) << calendar << " " << jd;
             ASSERT_EQ(DateProbe::DateToJulianDay(d.year, d.month, d.day, calendar), jd) << calendar;
