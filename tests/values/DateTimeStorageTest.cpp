@@ -1,4 +1,4 @@
-// Stream records of CZRB_Date and CZRB_Time: the plain day number and millisecond count.
+// Stream records (the plain day number and millisecond count) and the named containers.
 #include "CZRB_Date.h"
 #include "CZRB_Exception.h"
 #include "CZRB_Time.h"
@@ -31,7 +31,7 @@ public:
 
 } // namespace
 
-TEST(DateTimeRecord, DatesAndTimesTravelAsTheirPlainNumbers) {
+TEST(DateTimeStorage, DatesAndTimesTravelAsTheirPlainNumbers) {
     CRecordStream stream;
     CZRB_Date date(2000, 1, 1, CZRB_Date::CALENDAR_GREGORIAN), nullDate;
     CZRB_Time time(0, 0, 1, 2), nullTime;
@@ -56,4 +56,29 @@ TEST(DateTimeRecord, DatesAndTimesTravelAsTheirPlainNumbers) {
         EXPECT_EQ(e.code, 3U);
     }
     EXPECT_TRUE(dates[0] == date);
+}
+
+TEST(DateTimeStorage, NamedContainersSortByTheirElementOrder) {
+    const CZRB_Date::t_Calendar G = CZRB_Date::CALENDAR_GREGORIAN;
+    CZRB_Date dates[] = {CZRB_Date(2001, 5, 1, G), CZRB_Date(), CZRB_Date(1999, 1, 1, G)};
+    CZRB_DateVector vector(dates, 3);
+    EXPECT_TRUE(vector.Sort(1)[0].IsNull() && vector[1] == dates[2] && vector[2] == dates[0]);
+    CZRB_DateList list(dates, 3);
+    EXPECT_TRUE(list.Sort(0)[0] == dates[0] && list[1] == dates[2] && list[2].IsNull());
+    CZRB_DateVector copy;
+    copy = static_cast<CZRB_Vector<CZRB_Date>&>(vector);
+    EXPECT_TRUE(copy == vector);
+    try {
+        CZRB_DateVector().Sort(1);
+        FAIL() << "no exception";
+    } catch (const CZRB_Exception& e) {
+        EXPECT_EQ(e.code, 2U);
+    }
+
+    CZRB_Time times[] = {CZRB_Time(12, 0, 0, 0), CZRB_Time(1, 0, 0, 0), CZRB_Time()};
+    CZRB_TimeVector timeVector(times, 3);
+    EXPECT_TRUE(timeVector.Sort(0)[0] == times[0] && timeVector[2].IsNull());
+    CZRB_TimeList timeList(3, times[1]);
+    timeList = CZRB_TimeList(times, 3);
+    EXPECT_TRUE(timeList.Sort(1)[0].IsNull() && timeList[2] == times[0]);
 }
