@@ -75,11 +75,9 @@ TEST(Date, SetAcceptsOnlyRealDatesAndLeavesNullOtherwise) {
         EXPECT_EQ(date.Set(b.y, b.m, b.d, static_cast<Cal>(b.calendar)), 0U) << b.y << " " << b.m;
         EXPECT_TRUE(date.IsNull() && !date.IsValid());
     }
-    EXPECT_TRUE(CZRB_Date().IsNull() && !CZRB_Date().IsValid());
     CZRB_Date::t_Date_Struct s;
-    EXPECT_EQ(CZRB_Date().GetDateStruct(s, G) + CZRB_Date(2000, 1, 1, G).GetDateStruct(s, kUnknown),
-              0U);
-    EXPECT_EQ(CZRB_Date().GetYear(G), 0);
+    EXPECT_EQ(date.GetDateStruct(s, G) + CZRB_Date(2000, 1, 1, G).GetDateStruct(s, kUnknown), 0U);
+    EXPECT_EQ(CZRB_Date().GetYear(G) + CZRB_Date().GetMonth(G) + CZRB_Date().GetDay(G), 0);
 }
 
 TEST(Date, LeapRulesAndLengths) {
@@ -94,17 +92,13 @@ TEST(Date, LeapRulesAndLengths) {
             EXPECT_EQ(DateProbe::IsLeapYear(r.year, static_cast<Cal>(c)), leap) << r.year << c;
             EXPECT_EQ(CZRB_Date::GetDaysPerYear(r.year, static_cast<Cal>(c)), leap ? 366 : 365);
         }
-    for (int year = 1300; year < 1500; ++year) // Esfand has 30 days exactly in leap years
-        EXPECT_EQ(CZRB_Date::GetDaysPerMonth(12, year, P) == 30, DateProbe::IsLeapYear(year, P));
     EXPECT_EQ(CZRB_Date::GetDaysPerYear(0, G) + CZRB_Date::GetDaysPerYear(2000, kUnknown), 0);
     EXPECT_EQ(CZRB_Date::GetMonthsPerYear(-5, I) + CZRB_Date::GetMonthsPerYear(0, I), 12);
     EXPECT_EQ(CZRB_Date::GetDaysPerMonth(13, 2000, G) + CZRB_Date::GetDaysPerMonth(2, 0, G), 0);
-    const CZRB_Date date(1445, 12, 30, I);
-    EXPECT_EQ(date.GetDaysPerMonth(I), 30);
-    EXPECT_EQ(date.GetDaysPerYear(I), 366); // the Islamic year reports 366 as shipped
-    EXPECT_EQ(date.GetDayOfyear(I), 355);
-    EXPECT_EQ(CZRB_Date(2024, 3, 1, G).GetDayOfyear(G), 61);
-    EXPECT_EQ(CZRB_Date().GetDayOfyear(G), 0);
+    const CZRB_Date date(1445, 12, 30, I); // the Islamic year reports 366 days, as shipped
+    EXPECT_EQ(date.GetDaysPerMonth(I) * 1000 + date.GetDaysPerYear(I), 30366);
+    EXPECT_EQ(date.GetDayOfyear(I) * 1000 + CZRB_Date(2024, 3, 1, G).GetDayOfyear(G), 355061);
+    EXPECT_EQ(CZRB_Date().GetDayOfyear(G) + CZRB_Date().GetDaysPerMonth(G), 0);
 }
 
 TEST(Date, AddMonthsAndYearsStepOverYearZeroAndClampTheDay) {
@@ -152,8 +146,7 @@ TEST(Date, ComparisonsOrderByDayNumberWithNullSmallest) {
     const CZRB_Date null, a(2000, 1, 1, G), b(2000, 1, 2, G);
     EXPECT_TRUE(null < a && a < b && b > a && a <= a && a >= a && a != b && a == CZRB_Date(a));
     EXPECT_FALSE(a < null || b <= a || a > b || a == b);
-    EXPECT_EQ(CZRB_Date::SortCompare(a, b), -1);
-    EXPECT_EQ(CZRB_Date::SortCompare(b, a), 1);
+    EXPECT_EQ(CZRB_Date::SortCompare(a, b) * 10 + CZRB_Date::SortCompare(b, a), -9);
     EXPECT_EQ(CZRB_Date::SortCompare(null, CZRB_Date()), 0);
     CZRB_Date copy;
     const CZRB_Date now = CZRB_Date::GetCurrentDate();
