@@ -3,6 +3,9 @@
 // JD 0 is Monday 1 January 4713 BC (Julian); Gregorian 2000-01-01 is 2451545. Years have no
 // year 0: year -1 immediately precedes year 1. No operation throws: bad input gives the null
 // date, 0 or false.
+//
+// Also declared here: the stream record operators and the named containers CZRB_DateVector and
+// CZRB_DateList, which the library instantiates.
 #ifndef CZRB_DATE_H
 #define CZRB_DATE_H
 

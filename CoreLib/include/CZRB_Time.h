@@ -1,6 +1,9 @@
 // CZRB_Time: a time of day in milliseconds since midnight, without date or time zone.
 //
 // A valid time holds 0 .. 86399999; the null time holds -1. No operation throws.
+//
+// Also declared here: the stream record operators and the named containers CZRB_TimeVector and
+// CZRB_TimeList, which the library instantiates.
 #ifndef CZRB_TIME_H
 #define CZRB_TIME_H
 
