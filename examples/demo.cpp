@@ -5,6 +5,7 @@
 
 int main() {
     DemoFoundation();
+    DemoStrings();
     DemoDates();
     std::puts("\nDemo finished.");
     return 0;
