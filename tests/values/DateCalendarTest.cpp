@@ -40,24 +40,27 @@ bool Same(const CZRB_Date::t_Date_Struct& a, const CZRB_Date::t_Date_Struct& b) 
 
 } // namespace
 
-TEST(DateCalendar, EveryDayOfYearsMinus3000To3000RoundTripsInEveryCalendar) {
-    for (Cal calendar : kCalendars) {
-        const long long first = DateProbe::DateToJulianDay(-3000, 1, 1, calendar);
-        const long long end = DateProbe::DateToJulianDay(3001, 1, 1, calendar);
-        CZRB_Date::t_Date_Struct expected = {1, 1, -3000};
-        CZRB_Date::t_Date_Struct got = {0, 0, 0};
-        for (long long jd = first; jd < end; ++jd) {
-            const unsigned int ok = DateProbe::CreateFromJulianDay(jd).GetDateStruct(got, calendar);
-            if (!ok || !Same(got, expected) ||
-                DateProbe::DateToJulianDay(got.year, got.month, got.day, calendar) != jd) {
-                ADD_FAILURE() << "calendar " << calendar << ", day " << jd;
-                break;
-            }
-            expected = NextDay(got, calendar);
+class DateWalk : public testing::TestWithParam<Cal> {};
+
+TEST_P(DateWalk, EveryDayOfYearsMinus3000To3000RoundTrips) {
+    const Cal calendar = GetParam();
+    const long long first = DateProbe::DateToJulianDay(-3000, 1, 1, calendar);
+    const long long end = DateProbe::DateToJulianDay(3001, 1, 1, calendar);
+    CZRB_Date::t_Date_Struct expected = {1, 1, -3000};
+    CZRB_Date::t_Date_Struct got = {0, 0, 0};
+    for (long long jd = first; jd < end; ++jd) {
+        const unsigned int ok = DateProbe::CreateFromJulianDay(jd).GetDateStruct(got, calendar);
+        if (!ok || !Same(got, expected) ||
+            DateProbe::DateToJulianDay(got.year, got.month, got.day, calendar) != jd) {
+            ADD_FAILURE() << "calendar " << calendar << ", day " << jd;
+            break;
         }
-        EXPECT_TRUE(expected.year == 3001 && expected.month == 1 && expected.day == 1) << calendar;
+        expected = NextDay(got, calendar);
     }
+    EXPECT_TRUE(expected.year == 3001 && expected.month == 1 && expected.day == 1) << calendar;
 }
+
+INSTANTIATE_TEST_SUITE_P(Calendars, DateWalk, testing::ValuesIn(kCalendars));
 
 TEST(DateCalendar, SamplesAcrossTheWholeSpanAreConsecutiveAndRoundTrip) {
     std::mt19937_64 random(20240229);

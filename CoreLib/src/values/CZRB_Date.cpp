@@ -247,9 +247,11 @@ int CZRB_Date::GetDaysPerYear(t_Calendar calendar) const {
     return GetDateStruct(date, calendar) ? GetDaysPerYear(date.year, calendar) : 0;
 }
 
+// Every month of every calendar has at least 28 days, so only later days need the month length.
 bool CZRB_Date::IsValid(int year, int month, int day, t_Calendar calendar) {
-    return IsKnownCalendar(calendar) && year != 0 && day >= 1 &&
-           day <= GetDaysPerMonth(month, year, calendar);
+    if (!IsKnownCalendar(calendar) || year == 0 || month < 1 || month > 12 || day < 1)
+        return false;
+    return day <= 28 || day <= GetDaysPerMonth(month, year, calendar);
 }
 
 // --- Conversions ---
