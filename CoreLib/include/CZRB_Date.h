@@ -115,12 +115,18 @@ public:
     // Today's local wall-clock date (Gregorian); null when the clock gives no valid date.
     static CZRB_Date GetCurrentDate();
 
-    // Comparisons of the signed day numbers (the null marker is the smallest); 1 or 0.
+    // Comparisons by the signed day number (the null marker is the smallest).
+    // 1 when both hold the same day number, else 0.
     unsigned char operator==(const CZRB_Date& other) const;
+    // 1 when the day numbers differ, else 0.
     unsigned char operator!=(const CZRB_Date& other) const;
+    // 1 when this orders before other, else 0.
     unsigned char operator<(const CZRB_Date& other) const;
+    // 1 when this orders before other or with it, else 0.
     unsigned char operator<=(const CZRB_Date& other) const;
+    // 1 when this orders after other, else 0.
     unsigned char operator>(const CZRB_Date& other) const;
+    // 1 when this orders after other or with it, else 0.
     unsigned char operator>=(const CZRB_Date& other) const;
     // -1, 0 or +1 as a orders before, with or after b by day number.
     static signed char SortCompare(const CZRB_Date& a, const CZRB_Date& b);
@@ -164,6 +170,7 @@ extern template class LZRB_API CZRB_List<CZRB_Date>;
 // A vector of dates (CZRB_Vector<CZRB_Date>) sortable by CZRB_Date::SortCompare.
 class LZRB_API CZRB_DateVector : public CZRB_Vector<CZRB_Date> {
 public:
+    // The base's assignments stay available (also the one from a list).
     using CZRB_Vector<CZRB_Date>::operator=;
 
     // Empty.
@@ -190,6 +197,7 @@ public:
 // A list of dates (CZRB_List<CZRB_Date>) sortable by CZRB_Date::SortCompare.
 class LZRB_API CZRB_DateList : public CZRB_List<CZRB_Date> {
 public:
+    // The base's assignments stay available (also the one from a vector).
     using CZRB_List<CZRB_Date>::operator=;
 
     // Empty.

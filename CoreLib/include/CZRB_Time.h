@@ -84,12 +84,18 @@ public:
     // reports a leap second).
     static CZRB_Time GetCurrentTime();
 
-    // Comparisons of the signed counts (null, being -1, is the smallest); 1 or 0.
+    // Comparisons by the signed count (null, being -1, is the smallest).
+    // 1 when both hold the same count, else 0.
     unsigned char operator==(const CZRB_Time& other) const;
+    // 1 when the counts differ, else 0.
     unsigned char operator!=(const CZRB_Time& other) const;
+    // 1 when this orders before other, else 0.
     unsigned char operator<(const CZRB_Time& other) const;
+    // 1 when this orders before other or with it, else 0.
     unsigned char operator<=(const CZRB_Time& other) const;
+    // 1 when this orders after other, else 0.
     unsigned char operator>(const CZRB_Time& other) const;
+    // 1 when this orders after other or with it, else 0.
     unsigned char operator>=(const CZRB_Time& other) const;
     // -1, 0 or +1 as a orders before, with or after b by count.
     static signed char SortCompare(const CZRB_Time& a, const CZRB_Time& b);
@@ -119,6 +125,7 @@ extern template class LZRB_API CZRB_List<CZRB_Time>;
 // A vector of times (CZRB_Vector<CZRB_Time>) sortable by CZRB_Time::SortCompare.
 class LZRB_API CZRB_TimeVector : public CZRB_Vector<CZRB_Time> {
 public:
+    // The base's assignments stay available (also the one from a list).
     using CZRB_Vector<CZRB_Time>::operator=;
 
     // Empty.
@@ -145,6 +152,7 @@ public:
 // A list of times (CZRB_List<CZRB_Time>) sortable by CZRB_Time::SortCompare.
 class LZRB_API CZRB_TimeList : public CZRB_List<CZRB_Time> {
 public:
+    // The base's assignments stay available (also the one from a vector).
     using CZRB_List<CZRB_Time>::operator=;
 
     // Empty.
