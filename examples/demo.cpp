@@ -8,6 +8,7 @@ int main() {
     DemoStrings();
     DemoContainers();
     DemoBitSet();
+    DemoDates();
     std::puts("\nDemo finished.");
     return 0;
 }

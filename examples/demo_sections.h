@@ -6,5 +6,6 @@ void DemoFoundation();
 void DemoStrings();
 void DemoContainers();
 void DemoBitSet();
+void DemoDates();
 
 #endif
