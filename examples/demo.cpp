@@ -6,6 +6,7 @@
 int main() {
     DemoFoundation();
     DemoStrings();
+    DemoDecimal();
     std::puts("\nDemo finished.");
     return 0;
 }

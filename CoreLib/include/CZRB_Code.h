@@ -49,37 +49,10 @@ public:
         void DataCopy(const CFormatNode& other);
     };
 
-    // A list of nodes, used while a template is parsed.
-    class LZRB_API CFormatList : public CZRB_List<CFormatNode> {
-    public:
-        // Empty list.
-        CFormatList();
-        // Copies every node (payload references only).
-        CFormatList(const CFormatList& other);
-        // Copies every node (payload references only).
-        CFormatList(CFormatList&& other);
-        ~CFormatList() override;
-        // Copies every node (payload references only); returns *this.
-        CFormatList& operator=(const CFormatList& other);
-        // Copies every node of the base list (payload references only); returns *this.
-        CFormatList& operator=(const CZRB_List<CFormatNode>& other);
-    };
-
-    // A vector of nodes: the template of a code.
-    class LZRB_API CFormatVector : public CZRB_Vector<CFormatNode> {
-    public:
-        // Empty vector.
-        CFormatVector();
-        // Copies every node (payload references only).
-        CFormatVector(const CFormatVector& other);
-        // Copies every node (payload references only).
-        CFormatVector(CFormatVector&& other);
-        ~CFormatVector() override;
-        // Copies every node (payload references only); returns *this.
-        CFormatVector& operator=(const CFormatVector& other);
-        // Copies every node of the base vector (payload references only); returns *this.
-        CFormatVector& operator=(const CZRB_Vector<CFormatNode>& other);
-    };
+    // A list of nodes, used while a template is parsed (defined below the class).
+    class CFormatList;
+    // A vector of nodes: the template of a code (defined below the class).
+    class CFormatVector;
 
     // No template, no fields.
     CZRB_Code();
@@ -131,7 +104,44 @@ private:
 
     CZRB_StringVector m_Names;
     CZRB_StringVector m_Values;
-    CFormatVector m_Format;
+    // Always allocated. Held through a pointer so that the node containers, whose library
+    // instantiations are declared after this class, are complete only there.
+    CFormatVector* m_pFormat;
+};
+
+extern template class LZRB_API CZRB_Vector<CZRB_Code::CFormatNode>;
+extern template class LZRB_API CZRB_List<CZRB_Code::CFormatNode>;
+
+// A list of nodes, used while a template is parsed.
+class LZRB_API CZRB_Code::CFormatList : public CZRB_List<CZRB_Code::CFormatNode> {
+public:
+    // Empty list.
+    CFormatList();
+    // Copies every node (payload references only).
+    CFormatList(const CFormatList& other);
+    // Copies every node (payload references only).
+    CFormatList(CFormatList&& other);
+    ~CFormatList() override;
+    // Copies every node (payload references only); returns *this.
+    CFormatList& operator=(const CFormatList& other);
+    // Copies every node of the base list (payload references only); returns *this.
+    CFormatList& operator=(const CZRB_List<CFormatNode>& other);
+};
+
+// A vector of nodes: the template of a code.
+class LZRB_API CZRB_Code::CFormatVector : public CZRB_Vector<CZRB_Code::CFormatNode> {
+public:
+    // Empty vector.
+    CFormatVector();
+    // Copies every node (payload references only).
+    CFormatVector(const CFormatVector& other);
+    // Copies every node (payload references only).
+    CFormatVector(CFormatVector&& other);
+    ~CFormatVector() override;
+    // Copies every node (payload references only); returns *this.
+    CFormatVector& operator=(const CFormatVector& other);
+    // Copies every node of the base vector (payload references only); returns *this.
+    CFormatVector& operator=(const CZRB_Vector<CFormatNode>& other);
 };
 
 #endif

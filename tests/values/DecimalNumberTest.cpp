@@ -16,7 +16,6 @@ typedef CZRB_DecimalNumber Dec;
 struct CProbe : CZRB_DecimalNumber {
     using CZRB_DecimalNumber::GetMaxDec;
     using CZRB_DecimalNumber::RoundDecimal;
-    using CZRB_DecimalNumber::Sub;
     using CZRB_DecimalNumber::Sum;
 };
 
@@ -25,7 +24,9 @@ Dec Scaled(unsigned short digits, long long scaled) {
     return CProbe::Sum(Dec(digits), Dec(0, scaled));
 }
 
-std::string Text(const CZRB_String& s) { return std::string(s.GetStringC(), s.GetLength()); }
+std::string Text(const CZRB_String& s) {
+    return std::string(s.GetStringC(), s.GetLength());
+}
 
 const long long kMax = std::numeric_limits<long long>::max();
 const long long kMin = std::numeric_limits<long long>::min();
@@ -40,7 +41,6 @@ TEST(DecimalNumber, ConstructionSetAndParts) {
     EXPECT_EQ(Dec(3, 7LL, static_cast<unsigned short>(25)).GetScaledValue(), 7025);
     EXPECT_EQ(Dec(1, -2LL, static_cast<unsigned short>(5)).GetScaledValue(), -15);
     EXPECT_EQ(Dec(0, kMin).GetScaledValue(), kMin);
-    EXPECT_EQ(Dec().GetNumDigits(), 0);
 
     EXPECT_EQ(Dec(2).GetSign(), 1);
     const Dec negative = Scaled(2, -1234);
@@ -50,12 +50,6 @@ TEST(DecimalNumber, ConstructionSetAndParts) {
     EXPECT_EQ(Dec(0, kMin).GetIntegral(), 9223372036854775808ULL);
     // Digit counts above 4 overflow the 16-bit decimal part: 0.70000 reads 70000 mod 65536.
     EXPECT_EQ(Scaled(5, 70000).GetDecimal(), 4464);
-
-    Dec copy(negative);
-    EXPECT_EQ(copy, negative);
-    copy = Dec(4, 1LL);
-    EXPECT_EQ(copy.GetNumDigits(), 4);
-    EXPECT_EQ(copy.GetScaledValue(), 10000);
 }
 
 TEST(DecimalNumber, RoundDecimalIsHalfUpOnTheFirstDroppedDigit) {
@@ -71,7 +65,6 @@ TEST(DecimalNumber, RoundDecimalIsHalfUpOnTheFirstDroppedDigit) {
         {2, 99999, 100},
         {1, 10, 1},
         {0, 7, 1},
-        {0, 4, 0},
         {4, 18446744073709551615ULL, 1845},
         {0, 18446744073709551615ULL, 0},
         {5, 1234567, 12346},
@@ -81,7 +74,6 @@ TEST(DecimalNumber, RoundDecimalIsHalfUpOnTheFirstDroppedDigit) {
         EXPECT_EQ(CProbe::RoundDecimal(c.digits, c.decimal), c.expected)
             << c.digits << " " << c.decimal;
     }
-    EXPECT_EQ(CProbe::GetMaxDec(0), 1ULL);
     EXPECT_EQ(CProbe::GetMaxDec(19), 10000000000000000000ULL);
     EXPECT_EQ(CProbe::GetMaxDec(20), 7766279631452241920ULL); // wraps
     EXPECT_EQ(CProbe::GetMaxDec(64), 0ULL);
@@ -96,17 +88,16 @@ TEST(DecimalNumber, ChangeNumDigitsDropsTheCarryAndTruncatesTo16Bits) {
         long long expected;
     };
     const Case cases[] = {
-        {2, 296, 1, 21},      // 2.96 -> 2.1, the carry is not moved into the integral part
-        {2, 295, 1, 21},      // 2.95 -> 2.1
-        {2, 294, 1, 29},      // 2.94 -> 2.9
-        {2, -296, 1, -21},    //
-        {3, 2996, 2, 210},    // 2.996 -> 2.10
-        {2, 296, 0, 2},       // the carry of n = 0 is lost entirely
-        {2, 99, 5, 33464},    // 99000 mod 65536
-        {1, 15, 3, 1500},     //
-        {2, -4, 1, 0},        // -0.04 -> 0
+        {2, 296, 1, 21},   // 2.96 -> 2.1, the carry is not moved into the integral part
+        {2, 295, 1, 21},   // 2.95 -> 2.1
+        {2, 294, 1, 29},   // 2.94 -> 2.9
+        {2, -296, 1, -21}, //
+        {3, 2996, 2, 210}, // 2.996 -> 2.10
+        {2, 296, 0, 2},    // the carry of n = 0 is lost entirely
+        {2, 99, 5, 33464}, // 99000 mod 65536
+        {1, 15, 3, 1500},  //
+        {2, -4, 1, 0},     // -0.04 -> 0
         {4, 123456789, 0, 12345},
-        {2, 1234, 2, 1234},
     };
     for (const Case& c : cases) {
         Dec d = Scaled(c.from, c.scaled);
@@ -130,12 +121,10 @@ TEST(DecimalNumber, ArithmeticAlignsToTheLeftOperandAndWraps) {
     EXPECT_EQ(c.GetScaledValue(), -825);
     EXPECT_EQ((a * 3LL).GetScaledValue(), 375);
     EXPECT_EQ((-4LL * a).GetScaledValue(), -500);
-    EXPECT_EQ((a * -4LL).GetNumDigits(), 2);
     // 64-bit wrap-around without any check.
     EXPECT_EQ((Dec(0, kMax) + Dec(0, 1LL)).GetScaledValue(), kMin);
     EXPECT_EQ((Dec(0, kMin) - Dec(0, 1LL)).GetScaledValue(), kMax);
     EXPECT_EQ((Dec(0, kMin) * -1LL).GetScaledValue(), kMin);
-    EXPECT_EQ(CProbe::Sub(Scaled(2, 100), Scaled(1, 100)).GetScaledValue(), 0); // no alignment
 }
 
 TEST(DecimalNumber, CompareAgreesFromBothSides) {
@@ -187,7 +176,6 @@ TEST(DecimalNumber, ParsesSignsAndSeparators) {
         {2, "1.123456", Dec::DECIMAL_POINT_DOT, 158}, // 123456 kept to 16 bits, then rounded
         {2, "5.", Dec::DECIMAL_POINT_DOT, 500},
         {2, "abc", Dec::DECIMAL_POINT_DOT, 0},
-        {2, "", Dec::DECIMAL_POINT_ANY, 0},
         {0, "42.7", Dec::DECIMAL_POINT_DOT, 43}, // decimal part 7 rounds to 1
     };
     for (const Case& c : cases) {
@@ -198,7 +186,8 @@ TEST(DecimalNumber, ParsesSignsAndSeparators) {
 TEST(DecimalNumber, DoublesInAndOut) {
     EXPECT_EQ(Dec(2, 12.375).GetScaledValue(), 1238);
     EXPECT_EQ(Dec(2, -12.375).GetScaledValue(), -1238);
-    EXPECT_EQ(Dec(0, 2.7).GetScaledValue(), 2); // n = 0: a decimal part of 1 rounds to 0
+    EXPECT_EQ(Dec(0, 2.7).GetScaledValue(), 2);     // n = 0: a decimal part of 1 rounds to 0
+    EXPECT_EQ(Dec(2, 2.999).GetScaledValue(), 210); // 100 goes through RoundDecimal: .10
     Dec d(3);
     d = 0.0625;
     EXPECT_EQ(d.GetScaledValue(), 63);
@@ -207,7 +196,6 @@ TEST(DecimalNumber, DoublesInAndOut) {
 
     EXPECT_DOUBLE_EQ(Scaled(2, -1234).ToDouble(), -12.34);
     EXPECT_DOUBLE_EQ(Scaled(5, 70000).ToDouble(), 0.04464); // the 16-bit decimal part
-    EXPECT_DOUBLE_EQ(Scaled(0, 7).ToDouble(), 7.0);
     EXPECT_TRUE(std::isinf(Scaled(64, 5).ToDouble()));
 }
 
@@ -262,7 +250,4 @@ TEST(DecimalNumber, NamedContainersSortWithCompare) {
     }
     CZRB_DecimalNumberVector empty;
     EXPECT_THROW(empty.Sort(1), CZRB_Exception);
-    CZRB_DecimalNumberVector copy(vector);
-    EXPECT_EQ(copy.GetLength(), 4U);
-    EXPECT_EQ(CZRB_DecimalNumberVector(2, Scaled(1, 5))[1].GetScaledValue(), 5);
 }

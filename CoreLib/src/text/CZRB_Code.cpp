@@ -71,9 +71,13 @@ CZRB_Code::CFormatNode& CZRB_Code::CFormatNode::operator=(CFormatNode&& other) n
 
 CZRB_Code::CFormatNode::~CFormatNode() = default;
 
-unsigned char CZRB_Code::CFormatNode::operator==(const CFormatNode&) const { return 0; }
+unsigned char CZRB_Code::CFormatNode::operator==(const CFormatNode&) const {
+    return 0;
+}
 
-unsigned char CZRB_Code::CFormatNode::operator!=(const CFormatNode&) const { return 0; }
+unsigned char CZRB_Code::CFormatNode::operator!=(const CFormatNode&) const {
+    return 0;
+}
 
 void CZRB_Code::CFormatNode::DataCopy(const CFormatNode& other) {
     type = other.type;
@@ -122,18 +126,25 @@ CZRB_Code::CFormatVector::operator=(const CZRB_Vector<CFormatNode>& other) {
 
 // --- CZRB_Code ---
 
-CZRB_Code::CZRB_Code() = default;
+CZRB_Code::CZRB_Code() : m_pFormat(new CFormatVector()) {}
 
-CZRB_Code::CZRB_Code(const CZRB_String& text) { Format(text); }
+CZRB_Code::CZRB_Code(const CZRB_String& text) : m_pFormat(new CFormatVector()) {
+    Format(text);
+}
 
-CZRB_Code::CZRB_Code(const CZRB_Code& other) : CZRB_Object(other) { DataCopy(other); }
+CZRB_Code::CZRB_Code(const CZRB_Code& other) : CZRB_Object(other), m_pFormat(new CFormatVector()) {
+    DataCopy(other);
+}
 
 CZRB_Code& CZRB_Code::operator=(const CZRB_Code& other) {
     DataCopy(other);
     return *this;
 }
 
-CZRB_Code::~CZRB_Code() { ClearFormat(); }
+CZRB_Code::~CZRB_Code() {
+    ClearFormat();
+    delete m_pFormat;
+}
 
 void CZRB_Code::DataCopy(const CZRB_Code& other) {
     if (&other == this) {
@@ -141,11 +152,11 @@ void CZRB_Code::DataCopy(const CZRB_Code& other) {
     }
     ClearFormat();
     // Each code owns its payloads, so the copy gets payloads of its own.
-    const unsigned int count = other.m_Format.GetLength();
+    const unsigned int count = other.m_pFormat->GetLength();
     if (count != 0) {
-        m_Format.Create(count);
+        m_pFormat->Create(count);
         for (unsigned int i = 0; i < count; ++i) {
-            m_Format[i] = ClonePayload(other.m_Format[i]);
+            (*m_pFormat)[i] = ClonePayload((*other.m_pFormat)[i]);
         }
     }
     m_Names = other.m_Names;
@@ -153,10 +164,10 @@ void CZRB_Code::DataCopy(const CZRB_Code& other) {
 }
 
 void CZRB_Code::ClearFormat() {
-    for (unsigned int i = 0; i < m_Format.GetLength(); ++i) {
-        FreePayload(m_Format[i]);
+    for (unsigned int i = 0; i < m_pFormat->GetLength(); ++i) {
+        FreePayload((*m_pFormat)[i]);
     }
-    m_Format.DeleteAll();
+    m_pFormat->DeleteAll();
     m_Names.DeleteAll();
     m_Values.DeleteAll();
 }
@@ -206,7 +217,8 @@ unsigned int CZRB_Code::Format(const CZRB_String& text) {
                 syntaxError = true; // empty or duplicate name
             } else {
                 names.AppendItem(work);
-                nodes.AppendItem(CFormatNode(CFormatNode::TYPE_FIELD, new unsigned int(fieldCount)));
+                nodes.AppendItem(
+                    CFormatNode(CFormatNode::TYPE_FIELD, new unsigned int(fieldCount)));
                 ++fieldCount;
                 work = "";
                 inField = false;
@@ -224,7 +236,7 @@ unsigned int CZRB_Code::Format(const CZRB_String& text) {
     if (nodes.GetLength() == 0) {
         return kResultOk;
     }
-    m_Format.CZRB_Vector<CFormatNode>::operator=(nodes);
+    m_pFormat->CZRB_Vector<CFormatNode>::operator=(nodes);
     m_Names = names;
     if (names.GetLength() != 0) {
         m_Values.Create(names.GetLength(), CZRB_String());
@@ -234,8 +246,8 @@ unsigned int CZRB_Code::Format(const CZRB_String& text) {
 
 CZRB_String CZRB_Code::GetString() const {
     CZRB_String text;
-    for (unsigned int i = 0; i < m_Format.GetLength(); ++i) {
-        const CFormatNode& node = m_Format[i];
+    for (unsigned int i = 0; i < m_pFormat->GetLength(); ++i) {
+        const CFormatNode& node = (*m_pFormat)[i];
         if (node.type == CFormatNode::TYPE_TEXT) {
             text += *static_cast<const CZRB_String*>(node.payload);
         } else if (node.type == CFormatNode::TYPE_FIELD) {
@@ -265,8 +277,8 @@ CZRB_Code& CZRB_Code::Set(const CZRB_String& text) {
     CZRB_String work(text);
     bool pending = false;
     unsigned int field = 0;
-    for (unsigned int i = 0; i < m_Format.GetLength(); ++i) {
-        const CFormatNode& node = m_Format[i];
+    for (unsigned int i = 0; i < m_pFormat->GetLength(); ++i) {
+        const CFormatNode& node = (*m_pFormat)[i];
         if (node.type == CFormatNode::TYPE_FIELD) {
             pending = true;
         } else if (node.type == CFormatNode::TYPE_TEXT) {

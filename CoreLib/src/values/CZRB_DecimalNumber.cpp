@@ -3,14 +3,18 @@
 #include <cmath>
 #include <limits>
 
-template class LZRB_API CZRB_Vector<CZRB_DecimalNumber>;
-template class LZRB_API CZRB_List<CZRB_DecimalNumber>;
+template class CZRB_Vector<CZRB_DecimalNumber>;
+template class CZRB_List<CZRB_DecimalNumber>;
 
 namespace {
 
 // Two's-complement wrap-around helpers: the arithmetic runs on unsigned 64-bit values.
-__int64 FromBits(unsigned __int64 bits) { return static_cast<__int64>(bits); }
-unsigned __int64 ToBits(__int64 value) { return static_cast<unsigned __int64>(value); }
+__int64 FromBits(unsigned __int64 bits) {
+    return static_cast<__int64>(bits);
+}
+unsigned __int64 ToBits(__int64 value) {
+    return static_cast<unsigned __int64>(value);
+}
 
 // 2^64 as a double, the modulus of the double-to-integer wrap-around.
 const double kTwoPow64 = 18446744073709551616.0;
@@ -65,7 +69,9 @@ CZRB_DecimalNumber& CZRB_DecimalNumber::operator=(const CZRB_DecimalNumber& othe
     return *this;
 }
 
-CZRB_DecimalNumber& CZRB_DecimalNumber::operator=(const double& value) { return Set(value); }
+CZRB_DecimalNumber& CZRB_DecimalNumber::operator=(const double& value) {
+    return Set(value);
+}
 
 CZRB_DecimalNumber::~CZRB_DecimalNumber() = default;
 
@@ -114,8 +120,7 @@ unsigned __int64 CZRB_DecimalNumber::Magnitude() const {
 // --- Setting ---
 
 CZRB_DecimalNumber& CZRB_DecimalNumber::Set(const unsigned __int64& integral,
-                                            const unsigned short& decimal,
-                                            unsigned char negative) {
+                                            const unsigned short& decimal, unsigned char negative) {
     const unsigned __int64 scaled =
         integral * GetMaxDec(m_NumDigits) + RoundDecimal(m_NumDigits, decimal);
     m_Value = FromBits(negative != 0 ? 0 - scaled : scaled);
@@ -169,7 +174,9 @@ CZRB_DecimalNumber& CZRB_DecimalNumber::Set(const char* text, t_DecimalPointType
 
 // --- Parts ---
 
-signed char CZRB_DecimalNumber::GetSign() const { return m_Value < 0 ? -1 : 1; }
+signed char CZRB_DecimalNumber::GetSign() const {
+    return m_Value < 0 ? -1 : 1;
+}
 
 unsigned __int64 CZRB_DecimalNumber::GetIntegral() const {
     const unsigned __int64 divisor = GetMaxDec(m_NumDigits);
