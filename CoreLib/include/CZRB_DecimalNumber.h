@@ -25,7 +25,7 @@ public:
     CZRB_DecimalNumber();
     // Zero with `numDigits` decimal digits.
     CZRB_DecimalNumber(unsigned short numDigits);
-    // `integer` with decimal part 0, as Set(const __int64&).
+    // `integer` with no decimals, as Set(const __int64&).
     CZRB_DecimalNumber(unsigned short numDigits, const __int64& integer);
     // integral * 10^n + RoundDecimal(n, decimal): the 64-bit pattern of `integral` is used as
     // it is and never negated, so (-2, 5) with one digit is -1.5.

@@ -176,7 +176,7 @@ TEST(DecimalNumber, ParsesSignsAndSeparators) {
         {2, "1.123456", Dec::DECIMAL_POINT_DOT, 158}, // 123456 kept to 16 bits, then rounded
         {2, "5.", Dec::DECIMAL_POINT_DOT, 500},
         {2, "abc", Dec::DECIMAL_POINT_DOT, 0},
-        {0, "42.7", Dec::DECIMAL_POINT_DOT, 43}, // decimal part 7 rounds to 1
+        {0, "42.7", Dec::DECIMAL_POINT_DOT, 43}, // with n = 0 the decimals 7 round to 1
     };
     for (const Case& c : cases) {
         EXPECT_EQ(Dec(c.digits, c.text, c.type).GetScaledValue(), c.expected) << c.text;
