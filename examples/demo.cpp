@@ -9,6 +9,7 @@ int main() {
     DemoContainers();
     DemoBitSet();
     DemoDates();
+    DemoDecimal();
     std::puts("\nDemo finished.");
     return 0;
 }

@@ -7,5 +7,6 @@ void DemoStrings();
 void DemoContainers();
 void DemoBitSet();
 void DemoDates();
+void DemoDecimal();
 
 #endif
