@@ -5,6 +5,7 @@
 
 int main() {
     DemoFoundation();
+    DemoCrc();
     std::puts("\nDemo finished.");
     return 0;
 }
