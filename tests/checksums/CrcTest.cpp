@@ -51,32 +51,21 @@ U64 ReferenceCrc(const Params& p, const std::vector<unsigned char>& data, U64 st
     return (p.refOut ? Reflect(r, p.width) : r) ^ (p.finalXor & mask);
 }
 
+template <typename Register>
+U64 Run(const CZRB_Crc& crc, const std::vector<unsigned char>& data, U64 start,
+        unsigned char continueFlag) {
+    auto r = static_cast<Register>(start);
+    crc.Compute(data.data(), data.size(), &r, continueFlag);
+    return r;
+}
+
 // Runs the byte-buffer Compute of the given width; `*crc` holds `start` beforehand.
 U64 EngineCrc(const CZRB_Crc& crc, unsigned int width, const std::vector<unsigned char>& data,
               U64 start, unsigned char continueFlag) {
-    const unsigned char* bytes = data.data();
-    switch (width) {
-    case 8: {
-        auto r = static_cast<unsigned char>(start);
-        crc.Compute(bytes, data.size(), &r, continueFlag);
-        return r;
-    }
-    case 16: {
-        auto r = static_cast<unsigned short>(start);
-        crc.Compute(bytes, data.size(), &r, continueFlag);
-        return r;
-    }
-    case 32: {
-        auto r = static_cast<unsigned int>(start);
-        crc.Compute(bytes, data.size(), &r, continueFlag);
-        return r;
-    }
-    default: {
-        U64 r = start;
-        crc.Compute(bytes, data.size(), &r, continueFlag);
-        return r;
-    }
-    }
+    return width == 8    ? Run<unsigned char>(crc, data, start, continueFlag)
+           : width == 16 ? Run<unsigned short>(crc, data, start, continueFlag)
+           : width == 32 ? Run<unsigned int>(crc, data, start, continueFlag)
+                         : Run<U64>(crc, data, start, continueFlag);
 }
 
 std::vector<unsigned char> Bytes(const char* text) {
