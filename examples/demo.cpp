@@ -5,6 +5,7 @@
 
 int main() {
     DemoFoundation();
+    DemoContainers();
     DemoCrc();
     std::puts("\nDemo finished.");
     return 0;

@@ -1,0 +1,280 @@
+#include "CZRB_List.h"
+#include "CZRB_Vector.h"
+
+#include "containers/ContainerTestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <random>
+#include <vector>
+
+namespace {
+
+using IntVector = CZRB_Vector<int>;
+
+std::vector<int> Items(const IntVector& v) {
+    return std::vector<int>(v.GetBuf(), v.GetBuf() + v.GetLength());
+}
+
+IntVector Make(std::vector<int> items) {
+    return IntVector(items.data(), static_cast<unsigned int>(items.size()));
+}
+
+} // namespace
+
+TEST(Vector, CreationRecreationAndAccess) {
+    IntVector empty;
+    EXPECT_EQ(empty.GetLength(), 0U);
+    EXPECT_EQ(!empty, 0U);
+    EXPECT_EQ(empty.GetBuf(), nullptr);
+    EXPECT_EQ(CodeOf([&] { empty.Create(0); }, &empty), 9U);
+    EXPECT_EQ(CodeOf([&] { empty.Recreate(0, 0); }, &empty), 9U);
+    EXPECT_THROW(IntVector(0U), CZRB_Exception);
+
+    IntVector filled(3U, 7);
+    EXPECT_EQ(Items(filled), (std::vector<int>{7, 7, 7}));
+    EXPECT_EQ(!filled, 3U);
+    EXPECT_EQ(CodeOf([&] { (void)filled[3]; }, &filled), 5U);
+    int raw[] = {4, 5, 6};
+    filled.Create(raw, 2);
+    EXPECT_EQ(Items(filled), (std::vector<int>{4, 5}));
+    filled.Create(filled.GetBuf(), 2); // own elements as source
+    EXPECT_EQ(Items(filled), (std::vector<int>{4, 5}));
+
+    IntVector v = Make({1, 2, 3, 4, 5});
+    v.Recreate(3, 2);
+    EXPECT_EQ(Items(v), (std::vector<int>{3, 4, 5}));
+    v = Make({1, 2, 3, 4, 5});
+    v.Recreate(4, 3, 9);
+    EXPECT_EQ(Items(v), (std::vector<int>{4, 5, 9, 9}));
+    v.Recreate(2, 0, v[0]);
+    EXPECT_EQ(Items(v), (std::vector<int>{4, 5}));
+    IntVector grown;
+    grown.Recreate(2, 5, 8); // empty: Create(2, 8)
+    EXPECT_EQ(Items(grown), (std::vector<int>{8, 8}));
+    EXPECT_EQ(&grown.DeleteAll(), &grown);
+    EXPECT_EQ(grown.GetLength(), 0U);
+}
+
+TEST(Vector, CopyingBetweenVectorsArraysAndLists) {
+    IntVector a = Make({1, 2, 3});
+    IntVector b(a);
+    EXPECT_EQ(Items(b), Items(a));
+    IntVector& alias = b;
+    b = alias;
+    EXPECT_EQ(Items(b), (std::vector<int>{1, 2, 3}));
+    b = IntVector();
+    EXPECT_EQ(b.GetLength(), 0U);
+
+    int out[6] = {0, 0, 0, 0, 0, 0};
+    a.CopyItemsTo(2, out, 1, 10); // stops at the end of the vector
+    EXPECT_EQ(std::vector<int>(out, out + 6), (std::vector<int>{0, 0, 2, 3, 0, 0}));
+
+    IntVector dst = Make({0, 0, 0});
+    EXPECT_EQ(CodeOf([&] { dst.CopyItemsFrom(2, a, 0, 2, 0); }, &dst), 2U);
+    dst.CopyItemsFrom(2, a, 0, 2, 1);
+    EXPECT_EQ(Items(dst), (std::vector<int>{0, 0, 1, 2}));
+    EXPECT_EQ(CodeOf([&] { dst.CopyItemsFrom(0, a, 1, 3, 0); }, &a), 5U);
+    EXPECT_EQ(Items(dst), (std::vector<int>{2, 3, 1, 2})); // copied part stays
+    int raw[] = {9, 8};
+    dst.CopyItemsFrom(3, raw, 0, 2, 1);
+    EXPECT_EQ(Items(dst), (std::vector<int>{2, 3, 1, 9, 8}));
+
+    CZRB_List<int> list;
+    EXPECT_EQ(CodeOf([&] { dst.CopyItemsFrom(0, list, 1, 0); }, &list), 5U);
+    int listItems[] = {10, 20, 30};
+    list.AppendItems(listItems, 3, 0);
+    list.ToPos(1);
+    dst.CopyItemsFrom(0, list, 4, 0); // ends after the list's last item
+    EXPECT_EQ(Items(dst), (std::vector<int>{20, 30, 1, 9, 8}));
+    EXPECT_EQ(list.CurItem(), 30);
+    list.ToStart();
+    dst.CopyItemsFrom(1, list, 2, 0);
+    EXPECT_EQ(Items(dst), (std::vector<int>{20, 10, 20, 9, 8}));
+    EXPECT_EQ(list.CurItem(), 30); // moved on after each copied item
+
+    list.ToStart();
+    IntVector fromList;
+    fromList = list;
+    EXPECT_EQ(Items(fromList), (std::vector<int>{10, 20, 30}));
+    EXPECT_EQ(list.IsEnd(), 1);
+    fromList.AppendList(list);
+    fromList &= a;
+    EXPECT_EQ(Items(fromList), (std::vector<int>{10, 20, 30, 10, 20, 30, 1, 2, 3}));
+    CZRB_List<int> emptyList;
+    fromList = emptyList;
+    EXPECT_EQ(fromList.GetLength(), 0U);
+    EXPECT_EQ(CodeOf([&] { fromList.AppendList(emptyList); }, &fromList), 9U);
+    EXPECT_EQ(CodeOf([&] { fromList.AppendVector(b); }, &fromList), 9U);
+}
+
+TEST(Vector, ExtractAndAppend) {
+    IntVector v = Make({1, 2, 3, 4});
+    IntVector part;
+    v.Extract(part, 2, 3);
+    EXPECT_EQ(part.GetLength(), 3U);
+    EXPECT_EQ(part[0], 3);
+    EXPECT_EQ(part[1], 4);
+    EXPECT_EQ(CodeOf([&] { v.Extract(part, 0, 0); }, &part), 9U);
+    EXPECT_EQ(Items(v.ExtractInvertVector(1, 3)), (std::vector<int>{4, 3, 2}));
+    IntVector reversed = v.ExtractInvertVector(2, 4);
+    EXPECT_EQ(reversed[2], 4);
+    EXPECT_EQ(reversed[3], 3);
+    EXPECT_EQ(v.ExtractInvertVector(0, 0).GetLength(), 0U);
+
+    IntVector grow;
+    grow += 5;
+    EXPECT_EQ(Items(grow), (std::vector<int>{5}));
+    grow.AppendItem(grow[0]); // item refers to the vector's own block
+    grow.AppendVector(grow);
+    EXPECT_EQ(Items(grow), (std::vector<int>{5, 5, 5, 5}));
+}
+
+TEST(Vector, ShiftsInsertionsAndDeletions) {
+    IntVector v = Make({1, 2, 3, 4, 5});
+    v.DownShift(1, 2);
+    EXPECT_EQ(Items(v), (std::vector<int>{1, 2, 3, 2, 3}));
+    v.UpShift(1, 2);
+    EXPECT_EQ(Items(v), (std::vector<int>{1, 2, 3, 2, 3}));
+    EXPECT_EQ(CodeOf([&] { v.DownShift(5, 1); }, &v), 2U);
+    EXPECT_EQ(CodeOf([&] { v.UpShift(5, 1); }, &v), 2U);
+    IntVector empty;
+    empty.DownShift(7, 3); // size - 1 wraps: never throws on an empty vector
+
+    v = Make({1, 2, 3});
+    v.InsertItems(1, 7, 2, 1);
+    EXPECT_EQ(Items(v), (std::vector<int>{1, 7, 7, 2, 3}));
+    v.InsertItems(0, 9, 2, 0); // no growth: the tail is lost
+    EXPECT_EQ(Items(v), (std::vector<int>{9, 9, 1, 7, 7}));
+    v.InsertItems(4, 6, 3, 0); // writes stop at the end
+    EXPECT_EQ(Items(v), (std::vector<int>{9, 9, 1, 7, 6}));
+    IntVector src = Make({10, 20, 30});
+    v.InsertItems(1, src, 2, 1, 1);
+    EXPECT_EQ(Items(v), (std::vector<int>{9, 20, 30, 9, 1, 7, 6}));
+    EXPECT_EQ(CodeOf([&] { v.InsertItems(0, src, 2, 2, 1); }, &src), 5U);
+    int raw[] = {4, 5};
+    v = Make({1, 2});
+    v.InsertItems(2 - 1, raw, 2, 0, 1);
+    EXPECT_EQ(Items(v), (std::vector<int>{1, 4, 5, 2}));
+    CZRB_List<int> list(2U, 8);
+    IntVector copy = v.InsertItems(0, list, 2, 1);
+    EXPECT_EQ(Items(copy), (std::vector<int>{8, 8, 1, 4, 5, 2}));
+    EXPECT_EQ(Items(v), Items(copy));
+
+    v = Make({1, 2, 3, 4, 5});
+    v.DeleteItems(1, 2, 1);
+    EXPECT_EQ(Items(v), (std::vector<int>{1, 4, 5}));
+    v = Make({1, 2, 3, 4, 5});
+    v.DeleteItems(1, 2, 0);
+    EXPECT_EQ(Items(v), (std::vector<int>{1, 4, 5, 4, 5}));
+    v.DeleteItems(3, 10, 1);
+    EXPECT_EQ(Items(v), (std::vector<int>{1, 4, 5}));
+    v.DeleteItems(0, 3, 1);
+    EXPECT_EQ(v.GetLength(), 0U);
+    EXPECT_EQ(CodeOf([&] { v.DeleteItems(0, 1, 1); }, &v), 2U);
+}
+
+TEST(Vector, FillFindSwapInvertSortCompare) {
+    IntVector v = Make({5, 6, 5});
+    unsigned int index = 99;
+    EXPECT_EQ(v.FindToEnd(5, &index, 3), 0);
+    EXPECT_EQ(v.FindToEnd(5, &index, 1), 1);
+    EXPECT_EQ(index, 2U);
+    EXPECT_EQ(v.FindToStart(5, &index, 1), 1);
+    EXPECT_EQ(index, 0U);
+    EXPECT_EQ(v.FindToStart(5, &index, 2), 1);
+    EXPECT_EQ(index, 2U);
+    EXPECT_EQ(v.FindToStart(6, &index, 0x80000000U), 0);
+    EXPECT_EQ(v.FindToStart(6, &index, 50), 1); // beyond the size: nothing there to match
+    EXPECT_EQ(index, 1U);
+    index = 42;
+    EXPECT_EQ(v.FindToEnd(7, &index, 0), 0);
+    EXPECT_EQ(index, 42U);
+
+    v.Fill(1);
+    EXPECT_EQ(Items(v), (std::vector<int>{1, 1, 1}));
+    EXPECT_EQ(CodeOf([&] { v.Fill(2, 2, 2, 0); }, &v), 2U);
+    v.Fill(v[0], 2, 2, 1);
+    EXPECT_EQ(Items(v), (std::vector<int>{1, 1, 1, 1}));
+    v.Fill(3, 0, 0, 0);
+
+    v = Make({1, 2, 3, 4});
+    v.SwapItems(0, 3);
+    EXPECT_EQ(Items(v), (std::vector<int>{4, 2, 3, 1}));
+    EXPECT_EQ(CodeOf([&] { v.SwapItems(4, 0); }, &v), 2U);
+    EXPECT_EQ(CodeOf([&] { v.SwapItems(0, 5); }, &v), 2U);
+    v.InvertItemsOrder();
+    EXPECT_EQ(Items(v), (std::vector<int>{1, 3, 2, 4}));
+    v.InvertItemsOrder(1, 3);
+    EXPECT_EQ(Items(v), (std::vector<int>{1, 4, 2, 3}));
+    EXPECT_EQ(CodeOf([&] { v.InvertItemsOrder(2, 3); }, &v), 2U);
+    v.InvertItemsOrder(9, 4); // starts beyond the size: stops at once
+
+    v = Make({3, 1, 2, 1});
+    v.Sort(CompareInts, 1);
+    EXPECT_EQ(Items(v), (std::vector<int>{1, 1, 2, 3}));
+    v.Sort(CompareInts, 0);
+    EXPECT_EQ(Items(v), (std::vector<int>{3, 2, 1, 1}));
+    IntVector empty;
+    EXPECT_EQ(CodeOf([&] { empty.Sort(CompareInts, 1); }, &empty), 2U);
+    IntVector one = Make({4});
+    one.Sort(CompareInts, 1);
+
+    EXPECT_EQ(IntVector() == IntVector(), 1);
+    EXPECT_EQ(Make({1}) == Make({1, 1}), 0);
+    EXPECT_EQ(Make({1, 2}) != Make({1, 2}), 0);
+    EXPECT_EQ(Make({1, 2}) != Make({1, 3}), 1);
+}
+
+// The well-defined operations against std::vector.
+TEST(Vector, RandomOperationsMatchStdVector) {
+    std::mt19937 random(7);
+    IntVector v;
+    std::vector<int> model;
+    int value = 0;
+    unsigned int at = 0, n = 0;
+    const std::function<void()> actions[] = {
+        [&] { v.AppendItem(value), model.push_back(value); },
+        [&] { v.InsertItems(at, value, n, 1), model.insert(model.begin() + at, n, value); },
+        [&] {
+            v.DeleteItems(at, n, 1);
+            model.erase(model.begin() + at, model.begin() + std::min(model.size(), size_t{at} + n));
+        },
+        [&] { v.SwapItems(at, n % model.size()), std::swap(model[at], model[n % model.size()]); },
+        [&] {
+            n = std::min(n, static_cast<unsigned int>(model.size()) - at);
+            v.InvertItemsOrder(at, n);
+            std::reverse(model.begin() + at, model.begin() + at + n);
+        },
+        [&] {
+            v.Sort(CompareInts, static_cast<unsigned char>(n % 2));
+            std::stable_sort(model.begin(), model.end(),
+                             [&](int a, int b) { return n % 2 ? a < b : a > b; });
+        },
+        [&] {
+            v.Fill(value, at, n, 1);
+            model.resize(std::max(model.size(), size_t{at} + n)); // new elements are zero
+            std::fill(model.begin() + at, model.begin() + at + n, value);
+        },
+        [&] {
+            v.Recreate(n + 1, at / 2, value);
+            std::vector<int> next(n + 1, value);
+            std::copy_n(model.begin() + at / 2, std::min<size_t>(n + 1, model.size() - at / 2),
+                        next.begin());
+            model = next;
+        },
+    };
+    for (int step = 0; step < 4000; ++step) {
+        value = static_cast<int>(random() % 50);
+        at = model.empty() ? 0 : static_cast<unsigned int>(random() % model.size());
+        n = static_cast<unsigned int>(random() % 5);
+        const size_t choice = random() % 8;
+        if (model.empty() ? choice != 0 && choice != 6 : choice == 5 && random() % 8 != 0) {
+            continue; // only appending and filling start from nothing; sorting is rarer
+        }
+        actions[choice]();
+        ASSERT_EQ(Items(v), model) << "step " << step << " action " << choice;
+    }
+}
