@@ -14,6 +14,7 @@
 #define CZRB_CRC_H
 
 #include "CZRB_Object.h"
+#include "CZRB_Uint8Vector.h"
 
 #include <memory>
 
@@ -195,6 +196,29 @@ public:
     void Compute(const unsigned short* words, unsigned __int64 wordCount, unsigned short* crc,
                  unsigned char continueFlag) const;
 
+    // 8-bit CRC of the vector's bytes; as the byte-buffer form.
+    void Compute(const CZRB_Uint8Vector& data, unsigned char* crc,
+                 unsigned char continueFlag) const;
+    // 16-bit CRC of the vector's bytes; throws 32 without a 16-bit table (this form never
+    // runs MIL-STD-1760).
+    void Compute(const CZRB_Uint8Vector& data, unsigned short* crc,
+                 unsigned char continueFlag) const;
+    // 32-bit CRC of the vector's bytes; as the byte-buffer form.
+    void Compute(const CZRB_Uint8Vector& data, unsigned int* crc, unsigned char continueFlag) const;
+    // 64-bit CRC of the vector's bytes; as the byte-buffer form.
+    void Compute(const CZRB_Uint8Vector& data, unsigned __int64* crc,
+                 unsigned char continueFlag) const;
+
+    // The check value: the 8-bit CRC of the nine bytes "123456789" through the vector form;
+    // throws 32 as that form does.
+    void ComputeCheckValue(unsigned char* crc) const;
+    // The 16-bit check value; throws 32 without a 16-bit table (also for MIL-STD-1760).
+    void ComputeCheckValue(unsigned short* crc) const;
+    // The 32-bit check value; throws 32 without a 32-bit table.
+    void ComputeCheckValue(unsigned int* crc) const;
+    // The 64-bit check value; throws 32 without a 64-bit table.
+    void ComputeCheckValue(unsigned __int64* crc) const;
+
     // The polynomial as configured (normal form, top bit implicit), all 64 bits as stored.
     unsigned __int64 GetPolynomial() const;
     // The initial register value as configured, all 64 bits as stored.
@@ -234,6 +258,15 @@ protected:
                            unsigned char continueFlag) const;
     void ComputePolynomial(const unsigned char* data, unsigned __int64 length,
                            unsigned __int64* crc, unsigned char continueFlag) const;
+    // The table path over a byte vector, one per width.
+    void ComputePolynomial(const CZRB_Uint8Vector& data, unsigned char* crc,
+                           unsigned char continueFlag) const;
+    void ComputePolynomial(const CZRB_Uint8Vector& data, unsigned short* crc,
+                           unsigned char continueFlag) const;
+    void ComputePolynomial(const CZRB_Uint8Vector& data, unsigned int* crc,
+                           unsigned char continueFlag) const;
+    void ComputePolynomial(const CZRB_Uint8Vector& data, unsigned __int64* crc,
+                           unsigned char continueFlag) const;
     // XOR of the words, the k-th from the end rotated left by k modulo 16; starts from 0
     // unless `continueFlag` is set.
     void Compute_MilStd1760(const unsigned char* data, unsigned __int64 wordCount,
@@ -246,6 +279,9 @@ private:
                           Register* crc, unsigned char continueFlag) const;
     // Throws 32 unless a table-driven configuration is in place.
     void RequireTableReady() const;
+    // The nine bytes "123456789" through the vector form of Compute.
+    template <typename Register>
+    void CheckValue(Register* crc) const;
 
     t_CrcType m_type;
     t_StdCrc m_standard;

@@ -182,6 +182,50 @@ void CZRB_Crc::Compute(const unsigned short* words, unsigned __int64 wordCount, 
     Compute(reinterpret_cast<const unsigned char*>(words), 2 * wordCount, crc, continueFlag);
 }
 
+void CZRB_Crc::Compute(const CZRB_Uint8Vector& data, unsigned char* crc,
+                       unsigned char continueFlag) const {
+    RequireTableReady();
+    ComputePolynomial(data, crc, continueFlag);
+}
+
+void CZRB_Crc::Compute(const CZRB_Uint8Vector& data, unsigned short* crc,
+                       unsigned char continueFlag) const {
+    RequireTableReady();
+    ComputePolynomial(data, crc, continueFlag);
+}
+
+void CZRB_Crc::Compute(const CZRB_Uint8Vector& data, unsigned int* crc,
+                       unsigned char continueFlag) const {
+    RequireTableReady();
+    ComputePolynomial(data, crc, continueFlag);
+}
+
+void CZRB_Crc::Compute(const CZRB_Uint8Vector& data, unsigned __int64* crc,
+                       unsigned char continueFlag) const {
+    RequireTableReady();
+    ComputePolynomial(data, crc, continueFlag);
+}
+
+template <typename Register>
+void CZRB_Crc::CheckValue(Register* crc) const {
+    unsigned char digits[9] = {0x31, 0x32, 0x33, 0x34, 0x35, 0x36, 0x37, 0x38, 0x39};
+    const CZRB_Uint8Vector data(digits, 9);
+    Compute(data, crc, 0);
+}
+
+void CZRB_Crc::ComputeCheckValue(unsigned char* crc) const {
+    CheckValue(crc);
+}
+void CZRB_Crc::ComputeCheckValue(unsigned short* crc) const {
+    CheckValue(crc);
+}
+void CZRB_Crc::ComputeCheckValue(unsigned int* crc) const {
+    CheckValue(crc);
+}
+void CZRB_Crc::ComputeCheckValue(unsigned __int64* crc) const {
+    CheckValue(crc);
+}
+
 unsigned __int64 CZRB_Crc::GetPolynomial() const {
     return m_polynomial;
 }
@@ -298,6 +342,26 @@ void CZRB_Crc::ComputePolynomial(const unsigned char* data, unsigned __int64 len
 void CZRB_Crc::ComputePolynomial(const unsigned char* data, unsigned __int64 length,
                                  unsigned __int64* crc, unsigned char continueFlag) const {
     ComputeWithTable(m_table64.get(), data, length, crc, continueFlag);
+}
+
+void CZRB_Crc::ComputePolynomial(const CZRB_Uint8Vector& data, unsigned char* crc,
+                                 unsigned char continueFlag) const {
+    ComputeWithTable(m_table8.get(), data.GetBuf(), data.GetLength(), crc, continueFlag);
+}
+
+void CZRB_Crc::ComputePolynomial(const CZRB_Uint8Vector& data, unsigned short* crc,
+                                 unsigned char continueFlag) const {
+    ComputeWithTable(m_table16.get(), data.GetBuf(), data.GetLength(), crc, continueFlag);
+}
+
+void CZRB_Crc::ComputePolynomial(const CZRB_Uint8Vector& data, unsigned int* crc,
+                                 unsigned char continueFlag) const {
+    ComputeWithTable(m_table32.get(), data.GetBuf(), data.GetLength(), crc, continueFlag);
+}
+
+void CZRB_Crc::ComputePolynomial(const CZRB_Uint8Vector& data, unsigned __int64* crc,
+                                 unsigned char continueFlag) const {
+    ComputeWithTable(m_table64.get(), data.GetBuf(), data.GetLength(), crc, continueFlag);
 }
 
 void CZRB_Crc::Compute_MilStd1760(const unsigned char* data, unsigned __int64 wordCount,
