@@ -175,8 +175,9 @@ public:
     void Create(t_StdCrc standard);
 
     // 8-bit CRC of `length` bytes into *crc; with `continueFlag` non-zero the register starts
-    // from *crc as it is (no undoing of output reflection or final XOR). Throws 32 when not
-    // configured for 8 bits. *crc is written only on success; so for all Compute forms.
+    // from *crc as it is (no undoing of output reflection or final XOR). Throws 32 without a
+    // table-driven configuration or without an 8-bit table. As in every Compute form, *crc is
+    // written only on success.
     void Compute(const unsigned char* data, unsigned __int64 length, unsigned char* crc,
                  unsigned char continueFlag) const;
     // 16-bit CRC of `length` bytes. Without a table-driven configuration but with
