@@ -10,6 +10,7 @@ int main() {
     DemoBitSet();
     DemoDates();
     DemoDecimal();
+    DemoCrc();
     std::puts("\nDemo finished.");
     return 0;
 }

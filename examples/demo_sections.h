@@ -8,5 +8,6 @@ void DemoContainers();
 void DemoBitSet();
 void DemoDates();
 void DemoDecimal();
+void DemoCrc();
 
 #endif
