@@ -7,6 +7,7 @@
 #include "CZRB_BitSet.h"
 #include "CZRB_Buffer.h"
 #include "CZRB_Code.h"
+#include "CZRB_Crc.h"
 #include "CZRB_Date.h"
 #include "CZRB_DecimalNumber.h"
 #include "CZRB_DoubleList.h"
