@@ -5,6 +5,7 @@
 
 int main() {
     DemoFoundation();
+    DemoFiles();
     std::puts("\nDemo finished.");
     return 0;
 }
