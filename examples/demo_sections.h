@@ -3,6 +3,7 @@
 #define LZRB_DEMO_SECTIONS_H
 
 void DemoFoundation();
+void DemoStrings();
 void DemoFiles();
 
 #endif

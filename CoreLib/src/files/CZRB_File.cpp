@@ -1,7 +1,7 @@
 #include "CZRB_File.h"
 
 #include "CZRB_Exception.h"
-#include "CZRB_NamedContainers.h"
+#include "CZRB_Uint8Vector.h"
 
 #include <cerrno>
 #include <cstdio>
