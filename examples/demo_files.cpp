@@ -31,8 +31,8 @@ void DemoFiles() {
                     csv.WriteRecord(record));
     }
     csv.Close();
-    std::printf("file of %s is present: %u\n", CZRB_File::GetNameFromPath(path).GetStringC(),
-                CZRB_File::IsPresent(path));
+    std::printf("IsPresent: %u; name part (only a backslash separates): %s\n",
+                CZRB_File::IsPresent(path), CZRB_File::GetNameFromPath(path).GetStringC());
 
     unsigned int lineCount = 0;
     std::unique_ptr<CZRB_StringVector[]> lines(csv.ReadFile(path, lineCount));
