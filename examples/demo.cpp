@@ -11,6 +11,7 @@ int main() {
     DemoDates();
     DemoDecimal();
     DemoCrc();
+    DemoFiles();
     std::puts("\nDemo finished.");
     return 0;
 }

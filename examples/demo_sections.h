@@ -9,5 +9,6 @@ void DemoBitSet();
 void DemoDates();
 void DemoDecimal();
 void DemoCrc();
+void DemoFiles();
 
 #endif
