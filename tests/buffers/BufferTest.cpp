@@ -1,0 +1,159 @@
+#include "CZRB_Buffer.h"
+#include "CZRB_Exception.h"
+#include "CZRB_String.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <vector>
+
+namespace {
+
+// A minimal stream over a byte vector, to see the exact bytes the base class produces.
+class CByteStream : public CZRB_Buffer {
+public:
+    explicit CByteStream(t_Access access = ACCESS_READ_WRITE) { m_access = access; }
+    unsigned __int64 GetAbsPosition() override { return position; }
+    void ToStart() override { position = 0; }
+    void AppendData(void* data, unsigned int count) override {
+        CZRB_Buffer::AppendData(data, count);
+        const auto* bytes = static_cast<const unsigned char*>(data);
+        this->bytes.insert(this->bytes.end(), bytes, bytes + count);
+        m_size += count;
+    }
+    void RetrieveData(void* data, unsigned int count) override {
+        CZRB_Buffer::RetrieveData(data, count);
+        std::memcpy(data, bytes.data() + position, count);
+        position += count;
+        UpdateEndFunction();
+    }
+    std::vector<unsigned char> bytes;
+    unsigned __int64 position = 0;
+};
+
+unsigned int CodeOf(void (*action)(CZRB_Buffer&), CZRB_Buffer& stream) {
+    try {
+        action(stream);
+    } catch (const CZRB_Exception& e) {
+        EXPECT_EQ(e.object, &stream);
+        EXPECT_EQ(e.detail, 0ULL);
+        return e.code;
+    }
+    return 0;
+}
+
+} // namespace
+
+TEST(Buffer, PrimitivesAreLittleEndianWhateverTheHost) {
+    CByteStream s;
+    s << 258U << static_cast<unsigned short>(0x0201) << 1.0 << 1.0f << static_cast<void*>(&s)
+      << static_cast<__int64>(-2) << -3 << static_cast<short>(-4) << static_cast<signed char>(-5)
+      << 0x0102030405060708ULL << static_cast<unsigned char>(0xAB) << 'z' << int64_t{-6}
+      << size_t{7};
+    const std::vector<unsigned char> expected = {
+        0x02, 0x01, 0x00, 0x00, 0x01, 0x02, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0xF0, 0x3F, 0x00,
+        0x00, 0x80, 0x3F, 0xFE, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFD, 0xFF, 0xFF, 0xFF,
+        0xFC, 0xFF, 0xFB, 0x08, 0x07, 0x06, 0x05, 0x04, 0x03, 0x02, 0x01, 0xAB, 'z',  0xFA, 0xFF,
+        0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 7,    0,    0,    0,    0,    0,    0,    0};
+    EXPECT_EQ(s.bytes, expected);
+    EXPECT_EQ(s.GetSize(), expected.size());
+
+    unsigned int u32 = 0;
+    unsigned short u16 = 0;
+    double d = 0;
+    float f = 0;
+    __int64 i64 = 0;
+    int i32 = 0;
+    short i16 = 0;
+    signed char i8 = 0;
+    unsigned __int64 u64 = 0;
+    unsigned char u8 = 0;
+    char c = 0;
+    int64_t l = 0;
+    size_t ul = 0;
+    s >> u32 >> u16 >> d >> f >> static_cast<void*>(nullptr) >> i64 >> i32 >> i16 >> i8 >> u64 >>
+        u8 >> c >> l;
+    EXPECT_EQ(s.IsEnd(), 0);
+    s >> ul;
+    EXPECT_EQ(s.IsEnd(), 1);
+    EXPECT_EQ(u32, 258U);
+    EXPECT_EQ(u16, 0x0201);
+    EXPECT_EQ(d, 1.0);
+    EXPECT_EQ(f, 1.0f);
+    EXPECT_EQ(i64, -2);
+    EXPECT_EQ(i32, -3);
+    EXPECT_EQ(i16, -4);
+    EXPECT_EQ(i8, -5);
+    EXPECT_EQ(u64, 0x0102030405060708ULL);
+    EXPECT_EQ(u8, 0xAB);
+    EXPECT_EQ(c, 'z');
+    EXPECT_EQ(l, -6);
+    EXPECT_EQ(ul, 7U);
+}
+
+TEST(Buffer, AccessAndRangeChecksComeInOrder) {
+    CByteStream s;
+    s << 0x11223344U << static_cast<unsigned char>(1) << static_cast<unsigned short>(2);
+    // 7 bytes: an 8-byte read fails whole and leaves the target alone.
+    unsigned __int64 wide = 99;
+    EXPECT_EQ(CodeOf(
+                  [](CZRB_Buffer& b) {
+                      unsigned __int64 v = 0;
+                      b >> v;
+                  },
+                  s),
+              3U);
+    EXPECT_EQ(s.GetAbsPosition(), 0U);
+    s << static_cast<unsigned char>(3);
+    s >> wide;
+    EXPECT_EQ(s.IsEnd(), 1);
+    EXPECT_EQ(CodeOf(
+                  [](CZRB_Buffer& b) {
+                      char v = 0;
+                      b >> v;
+                  },
+                  s),
+              3U);
+
+    CByteStream readOnly(CZRB_Buffer::ACCESS_READ);
+    EXPECT_EQ(CodeOf([](CZRB_Buffer& b) { b << 'x'; }, readOnly), 23U);
+    CByteStream writeOnly(CZRB_Buffer::ACCESS_WRITE);
+    EXPECT_EQ(CodeOf(
+                  [](CZRB_Buffer& b) {
+                      char v = 0;
+                      b >> v; // 24 before the range check
+                  },
+                  writeOnly),
+              24U);
+
+    CZRB_Buffer base(16);
+    EXPECT_EQ(base.GetBlockSize(), 16U);
+    EXPECT_EQ(base.IsEnd(), 1);
+    EXPECT_EQ(CodeOf([](CZRB_Buffer& b) { b.ToStart(); }, base), 8U);
+    EXPECT_EQ(CodeOf([](CZRB_Buffer& b) { b.ToEnd(); }, base), 8U);
+    EXPECT_EQ(CodeOf([](CZRB_Buffer& b) { b.DeleteAll(); }, base), 8U);
+    EXPECT_EQ(CodeOf([](CZRB_Buffer& b) { b.GetAbsPosition(); }, base), 8U);
+    // A stream that supports GetAbsPosition still gets 8 from the base ToEnd and DeleteAll.
+    EXPECT_EQ(CodeOf([](CZRB_Buffer& b) { b.ToEnd(); }, s), 8U);
+    EXPECT_EQ(CodeOf([](CZRB_Buffer& b) { b.DeleteAll(); }, s), 8U);
+    EXPECT_EQ(CodeOf([](CZRB_Buffer& b) { b << 1; }, base), 0U);
+}
+
+TEST(Buffer, StringRecordKeepsZerosAndChecksTheAnnouncedLength) {
+    CByteStream s;
+    s << CZRB_String("a\0b", 3) << CZRB_String();
+    const std::vector<unsigned char> expected = {3, 0, 0, 0, 'a', 0, 'b', 0, 0, 0, 0};
+    EXPECT_EQ(s.bytes, expected);
+    CZRB_String first("longer text");
+    CZRB_String second("x");
+    s >> first >> second;
+    EXPECT_EQ(std::string(first.GetStringC(), first.GetLength()), std::string("a\0b", 3));
+    EXPECT_EQ(second.GetLength(), 0U);
+
+    CByteStream truncated;
+    truncated << 5U << 'a';
+    CZRB_String target("keep");
+    EXPECT_THROW(truncated >> target, CZRB_Exception);
+    EXPECT_EQ(std::string(target.GetStringC()), "keep");
+}
