@@ -1,5 +1,7 @@
 #include "CZRB_Color.h"
 
+#include "CZRB_Buffer.h"
+
 namespace {
 
 const int kHlsMax = 240;
@@ -228,4 +230,15 @@ CZRB_Color& CZRB_Color::SetSaturation(unsigned char saturation) {
     unsigned char hue, luminosity, oldSaturation;
     GetHLS(hue, luminosity, oldSaturation);
     return SetHLS(hue, luminosity, saturation);
+}
+
+CZRB_Buffer& operator<<(CZRB_Buffer& buffer, const CZRB_Color& color) {
+    return buffer << color.GetUnsignedColor();
+}
+
+CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_Color& color) {
+    unsigned int word = 0;
+    buffer >> word;
+    color = word;
+    return buffer;
 }
