@@ -5,6 +5,7 @@
 
 int main() {
     DemoFoundation();
+    DemoStrings();
     std::puts("\nDemo finished.");
     return 0;
 }

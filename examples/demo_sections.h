@@ -3,5 +3,6 @@
 #define LZRB_DEMO_SECTIONS_H
 
 void DemoFoundation();
+void DemoStrings();
 
 #endif

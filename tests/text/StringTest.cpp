@@ -1,3 +1,4 @@
+#include "CZRB_Exception.h"
 #include "CZRB_String.h"
 
 #include <gtest/gtest.h>
@@ -7,6 +8,7 @@
 #include <cstdlib>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -286,4 +288,50 @@ TEST(String, ExtractEncapsulatedString) {
     EXPECT_EQ(Str(out), "old");
     EXPECT_EQ(CZRB_String("a|b|c|").ExtractEncapsulatedString('|', '|', out), 0U);
     EXPECT_EQ(Str(out), "b");
+}
+
+TEST(String, ExtractTagsIntoVectorAndList) {
+    const struct {
+        const char* text;
+        std::vector<std::string> tags;
+    } cases[] = {{"a,,b", {"a", "", "b"}}, {",a", {"", "a"}}, {"a,", {"a"}},
+                 {"abc", {"abc"}},         {",", {""}},       {"", {}}};
+    for (const auto& c : cases) {
+        CZRB_StringVector vector(2, CZRB_String("old"));
+        CZRB_StringList list(3, CZRB_String("old"));
+        CZRB_String(c.text).ExtractTags(',', vector);
+        CZRB_String(c.text).ExtractTags(',', list);
+        ASSERT_EQ(vector.GetLength(), c.tags.size()) << c.text;
+        ASSERT_EQ(list.GetLength(), c.tags.size()) << c.text;
+        for (unsigned int i = 0; i < vector.GetLength(); ++i) {
+            EXPECT_EQ(Str(vector[i]), c.tags[i]) << c.text;
+            EXPECT_EQ(Str(list[i]), c.tags[i]) << c.text;
+        }
+    }
+}
+
+TEST(String, NamedContainersSortWithOrWithoutCase) {
+    CZRB_String items[] = {"b", "_", "A", "a", "B"};
+    CZRB_StringVector vector(items, 5);
+    CZRB_StringList list(items, 5);
+    const auto joined = [](CZRB_StringList& l) {
+        std::string text;
+        for (unsigned int i = 0; i < l.GetLength(); ++i) {
+            text += Str(l[i]);
+        }
+        return text;
+    };
+    list.Sort(1, 1);
+    EXPECT_EQ(joined(list), "AB_ab");
+    list.Sort(1, 0); // stable: equal-folded items keep their order; '_' sorts after letters
+    EXPECT_EQ(joined(list), "AaBb_");
+    list.Sort(0, 0);
+    EXPECT_EQ(joined(list), "_BbAa");
+    vector.Sort(0, 1);
+    EXPECT_EQ(Str(vector[0]) + Str(vector[4]), "bA");
+    CZRB_StringVector copy;
+    copy = vector;
+    EXPECT_EQ(copy == vector, 1);
+    CZRB_StringVector empty;
+    EXPECT_THROW(empty.Sort(1, 1), CZRB_Exception);
 }
