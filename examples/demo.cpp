@@ -6,6 +6,7 @@
 int main() {
     DemoFoundation();
     DemoStrings();
+    DemoFiles();
     std::puts("\nDemo finished.");
     return 0;
 }

@@ -4,5 +4,6 @@
 
 void DemoFoundation();
 void DemoStrings();
+void DemoFiles();
 
 #endif

@@ -1,0 +1,168 @@
+#include "CZRB_File.h"
+#include "FileTestSupport.h"
+
+#include <unistd.h>
+#include <vector>
+
+using FileTest = TempDirTest;
+
+TEST_F(FileTest, OpenModesFollowTheFlags) {
+    struct {
+        unsigned int flags;
+        bool exists;
+        const char* after; // contents after writing "XY"; null when Open gives 1
+    } cases[] = {{0x1, true, "abcdXY"}, {0x1, false, "XY"},    {0x5, true, "XY"},
+                 {0x3, true, "XYcd"},   {0x3, false, nullptr}, {0x7, true, "XY"},
+                 {0x2, false, nullptr}, {0x6, false, nullptr}, {0x0, true, nullptr},
+                 {0x4, true, nullptr}};
+    for (const auto& c : cases) {
+        const std::string name = "m" + std::to_string(c.flags) + (c.exists ? "e" : "");
+        const std::string path = c.exists ? MakeFile(name, "abcd") : PathOf(name);
+        CZRB_File file;
+        ASSERT_EQ(file.Open(path.c_str(), c.flags), c.after ? 0U : 1U) << c.flags;
+        EXPECT_EQ(file.GetOpenFlags(), c.after ? c.flags : 0U);
+        EXPECT_EQ(file.GetPos(), 0U);
+        EXPECT_EQ(file.WriteText("XY"), c.after ? 0U : 19U);
+        file.Close();
+        EXPECT_EQ(file.GetOpenFlags(), 0U);
+        EXPECT_EQ(Contents(path), c.after ? c.after : c.exists ? "abcd" : "") << c.flags;
+    }
+}
+
+TEST_F(FileTest, ResultCodesOfClosedFilesSeeksReadsAndWrites) {
+    CZRB_File file;
+    char buffer[4] = "xy";
+    CZRB_String line("keep");
+    for (unsigned int code : {file.ToStart(), file.ToEnd(), file.To(5, 3), file.Flush(),
+                              file.Write(buffer, 1, 0), file.Read(buffer, 1), file.WriteText("x"),
+                              file.WriteTextLine("", CZRB_File::LINE_END_LF)}) {
+        EXPECT_EQ(code, 19U);
+    }
+    EXPECT_EQ(file.ReadTextLine(buffer, 3) * 100 + file.ReadTextLine(line), 3024U);
+    EXPECT_EQ(Str(line) + std::to_string(file.WriteText("")), "keep0");
+    EXPECT_EQ(file.GetPos() + file.GetLength() + file.IsEOF(), 1U);
+
+    ASSERT_EQ(file.Open(MakeFile("six", "abcdef").c_str(), CZRB_File::OPEN_READ), 0U);
+    EXPECT_EQ(file.To(5, 3), 2U);
+    EXPECT_EQ(file.To(2, 1), 0U);
+    EXPECT_EQ(file.To(1, 0), 0U);
+    EXPECT_EQ(file.To(static_cast<unsigned __int64>(-100), 1), 0U); // Kept: failed seek gives 0
+    EXPECT_EQ(file.GetPos(), 3U);
+    EXPECT_EQ(file.To(static_cast<unsigned __int64>(-1), 2), 0U);
+    EXPECT_EQ(file.GetLength() * 10 + file.GetPos() + file.IsEOF(), 65U);
+    EXPECT_EQ(file.Read(buffer, 2), 30U); // one byte was left
+    EXPECT_TRUE(file.IsEOF());
+    EXPECT_EQ(file.ToStart(), 0U);
+    EXPECT_EQ(file.Read(buffer, (1ULL << 32) | 2U), 30U); // high half set: read, then 30
+    EXPECT_EQ(file.GetPos(), 2U);
+    EXPECT_EQ(file.Write(buffer, 1, 1), 30U); // opened for reading only
+    EXPECT_EQ(file.ReadTextLine(nullptr, 3), 30U);
+    if (CZRB_File::IsPresent("/dev/full")) {
+        ASSERT_EQ(file.Open("/dev/full", CZRB_File::OPEN_WRITE), 0U);
+        EXPECT_EQ(file.Write(buffer, 1, 0), 0U); // still buffered
+        EXPECT_EQ(file.Flush(), 19U);
+        std::vector<char> big(1 << 20, 'z');
+        EXPECT_EQ(file.Write(big.data(), big.size(), 0), 30U);
+    }
+}
+
+TEST_F(FileTest, WritesAreByteExact) {
+    CZRB_File file;
+    ASSERT_EQ(file.Open(PathOf("out").c_str(), CZRB_File::OPEN_WRITE), 0U);
+    char data[] = "raw";
+    EXPECT_EQ(file.Write(data, (1ULL << 32) | 3U, 1), 30U); // written, then 30
+    EXPECT_EQ(file.WriteTextLine("x", 0x7), 0U);
+    EXPECT_EQ(file.WriteTextLine(CZRB_String("cr-lf"), 0x6), 0U);
+    EXPECT_EQ(file.WriteTextLine("", CZRB_File::LINE_END_LF), 0U);
+    EXPECT_EQ(file.WriteTextLine("none", 0), 0U);
+    EXPECT_EQ(file.WriteText(CZRB_String("a\0b", 3)), 0U); // the text ends at its zero byte
+    EXPECT_EQ(Contents(PathOf("out")), "rawx\0\r\ncr-lf\r\n\nnonea"s);
+}
+
+TEST_F(FileTest, TextLinesDropCrAndZeroBytesWithOrWithoutFinalLineFeed) {
+    CZRB_File file;
+    char buffer[8];
+    CZRB_String line;
+    for (const std::string& input :
+         {"ab\ncd\n"s, "ab\r\ncd\r\n"s, "ab\ncd"s, "a\0b\r\nc\rd"s, "\ra\0b\n\0cd\r"s}) {
+        ASSERT_EQ(file.Open(MakeFile("lines", input).c_str(), CZRB_File::OPEN_READ), 0U);
+        EXPECT_EQ(file.ReadTextLine(buffer, 7), 0U);
+        EXPECT_EQ(file.ReadTextLine(line), 0U);
+        EXPECT_EQ(buffer + ("|" + Str(line)), "ab|cd");
+        EXPECT_EQ(file.ReadTextLine(buffer, 7) * 100 + file.ReadTextLine(line), 3024U);
+    }
+    const std::string longLine(300000, 'q');
+    ASSERT_EQ(file.Open(MakeFile("split", "abcd\n\n" + longLine).c_str(), 0x2), 0U);
+    for (const char* text : {"ab", "cd", ""}) { // the buffer holds 2 characters
+        EXPECT_EQ(file.ReadTextLine(buffer, 2), 0U);
+        EXPECT_STREQ(buffer, text);
+    }
+    EXPECT_EQ(file.ReadTextLine(line), 0U);
+    EXPECT_EQ(line.GetLength(), 0U);
+    EXPECT_EQ(file.ReadTextLine(line), 0U);
+    EXPECT_EQ(Str(line), longLine);
+    ASSERT_EQ(file.Open(MakeFile("empty", "").c_str(), CZRB_File::OPEN_READ), 0U);
+    EXPECT_EQ(file.ReadTextLine(buffer, 2) * 100 + file.ReadTextLine(line), 3024U);
+    // The file changes length between calls: each call reads up to the length it measures.
+    const std::string changing = MakeFile("changing", "ab\n");
+    ASSERT_EQ(file.Open(changing.c_str(), CZRB_File::OPEN_READ), 0U);
+    EXPECT_EQ(file.ReadTextLine(line), 0U);
+    std::ofstream(changing, std::ios::app) << "cd";
+    EXPECT_EQ(file.ReadTextLine(line), 0U);
+    EXPECT_EQ(Str(line), "cd");
+    ASSERT_EQ(truncate(changing.c_str(), 1), 0);
+    EXPECT_EQ(file.ReadTextLine(buffer, 2) * 100 + file.ReadTextLine(line), 3024U);
+}
+
+TEST_F(FileTest, CopiesShareOneStreamAndNothingLeaks) {
+    const long before = OpenDescriptors();
+    {
+        const std::string path = MakeFile("shared", "abc");
+        CZRB_File first, third;
+        ASSERT_EQ(first.Open(path.c_str(), CZRB_File::OPEN_READ), 0U);
+        ASSERT_EQ(first.Open(path.c_str(), CZRB_File::OPEN_READ), 0U); // first stream released
+        auto copy = std::make_unique<CZRB_File>(first);
+        third = *copy;
+        char byte = 0;
+        EXPECT_EQ(copy->Read(&byte, 1), 0U);
+        copy.reset();
+        EXPECT_EQ(third.Read(&byte, 1), 0U);
+        EXPECT_EQ(byte, 'b'); // one stream, one position
+        first.Close();
+        EXPECT_EQ(third.IsOpen() + third.Read(&byte, 1), 19U);
+        ASSERT_EQ(third.Open(path.c_str(), CZRB_File::OPEN_READ), 0U);
+        EXPECT_FALSE(first.IsOpen());
+    }
+    EXPECT_EQ(OpenDescriptors(), before);
+}
+
+TEST_F(FileTest, PathHelpers) {
+    const std::string source = MakeFile("source", "0123456789"), copy = PathOf("copy");
+    EXPECT_TRUE(CZRB_File::IsPresent(source.c_str()));
+    EXPECT_FALSE(CZRB_File::IsPresent(PathOf("missing").c_str()));
+    EXPECT_EQ(CZRB_File::DeleteFile(PathOf("missing").c_str()), 30U);
+    for (unsigned int block : {1U, 3U, 10U, 4096U}) {
+        EXPECT_EQ(CZRB_File::CopyFile(copy.c_str(), source.c_str(), block), 0U);
+        EXPECT_EQ(Contents(copy), "0123456789");
+    }
+    EXPECT_EQ(CZRB_File::CopyFile(copy.c_str(), PathOf("missing").c_str(), 8), 1U);
+    EXPECT_EQ(CZRB_File::CopyFile(PathOf("no/dir").c_str(), source.c_str(), 8), 1U);
+    EXPECT_EQ(CodeOf([&] { CZRB_File::CopyFile(copy.c_str(), source.c_str(), 0); }), 9U);
+    EXPECT_EQ(Contents(copy), "");
+    EXPECT_EQ(CZRB_File::DeleteFile(copy.c_str()), 0U);
+    EXPECT_FALSE(CZRB_File::IsPresent(copy.c_str()));
+
+    const std::string cwd = std::filesystem::current_path().string();
+    EXPECT_EQ(Str(CZRB_File::GetFullPathFromPath("a/./b/../c")), cwd + "/a/c");
+    EXPECT_EQ(Str(CZRB_File::GetFullPathFromPath("/x/../../y//z/.")), "/y/z");
+    EXPECT_EQ(Str(CZRB_File::GetFullPathFromPath("")), "");
+    EXPECT_EQ(Str(CZRB_File::GetFullPathFromPath(("/" + std::string(4095, 'n')).c_str())), "");
+    for (const char* path : {"C:\\dir\\file.txt", "/d/f.txt"}) {
+        EXPECT_EQ(Str(CZRB_File::GetPathFromPath(path)) + "|" +
+                      Str(CZRB_File::GetNameFromPath(path)),
+                  path[0] == '/' ? "|/d/f.txt" : cwd + "/C:\\dir\\|file.txt");
+    }
+    CZRB_File file;
+    ASSERT_EQ(file.Open(PathOf("dir\\name.txt").c_str(), CZRB_File::OPEN_WRITE), 0U);
+    EXPECT_EQ(Str(file.GetName()) + "|" + Str(file.GetPath()), "name.txt|" + PathOf("dir\\"));
+}
