@@ -6,7 +6,9 @@
 #ifndef CZRB_POINT_H
 #define CZRB_POINT_H
 
+#include "CZRB_List.h"
 #include "CZRB_Object.h"
+#include "CZRB_Vector.h"
 
 #include <type_traits>
 
@@ -177,6 +179,132 @@ public:
     }
     // Nothing to free.
     ~CZRB_DoublePoint() override;
+};
+
+extern template class LZRB_API CZRB_Vector<CZRB_Int32Point>;
+extern template class LZRB_API CZRB_List<CZRB_Int32Point>;
+extern template class LZRB_API CZRB_Vector<CZRB_DoublePoint>;
+extern template class LZRB_API CZRB_List<CZRB_DoublePoint>;
+
+// A vector of CZRB_Int32Point.
+class LZRB_API CZRB_Int32PointVector : public CZRB_Vector<CZRB_Int32Point> {
+public:
+    // Empty vector.
+    CZRB_Int32PointVector() {}
+    // n origin points; throws 9 when n is 0.
+    explicit CZRB_Int32PointVector(unsigned int n) : CZRB_Vector<CZRB_Int32Point>(n) {}
+    // n copies of value; throws 9 when n is 0.
+    CZRB_Int32PointVector(unsigned int n, const CZRB_Int32Point& value)
+        : CZRB_Vector<CZRB_Int32Point>(n, value) {}
+    // A copy of items[0..n-1]; throws 9 when n is 0.
+    CZRB_Int32PointVector(CZRB_Int32Point* items, unsigned int n)
+        : CZRB_Vector<CZRB_Int32Point>(items, n) {}
+    // Copy of src.
+    CZRB_Int32PointVector(const CZRB_Int32PointVector& src) : CZRB_Vector<CZRB_Int32Point>(src) {}
+    // Frees the elements.
+    ~CZRB_Int32PointVector() override;
+    // Assignment from a list, as the base does.
+    using CZRB_Vector<CZRB_Int32Point>::operator=;
+    // Copy of src through the base's copy.
+    CZRB_Int32PointVector& operator=(const CZRB_Int32PointVector& src) {
+        CZRB_Vector<CZRB_Int32Point>::operator=(src);
+        return *this;
+    }
+    // Copy of the base vector src through the base's copy.
+    CZRB_Int32PointVector& operator=(const CZRB_Vector<CZRB_Int32Point>& src) {
+        CZRB_Vector<CZRB_Int32Point>::operator=(src);
+        return *this;
+    }
+};
+
+// A list of CZRB_Int32Point.
+class LZRB_API CZRB_Int32PointList : public CZRB_List<CZRB_Int32Point> {
+public:
+    // Empty list.
+    CZRB_Int32PointList() {}
+    // n items holding value, cursor on the first; n = 0 gives an empty list.
+    CZRB_Int32PointList(unsigned int n, const CZRB_Int32Point& value)
+        : CZRB_List<CZRB_Int32Point>(n, value) {}
+    // items[0..n-1], cursor on the first; throws 9 when n is 0.
+    CZRB_Int32PointList(CZRB_Int32Point* items, unsigned int n)
+        : CZRB_List<CZRB_Int32Point>(items, n) {}
+    // Copy of src.
+    CZRB_Int32PointList(const CZRB_Int32PointList& src) : CZRB_List<CZRB_Int32Point>(src) {}
+    // Frees every node.
+    ~CZRB_Int32PointList() override;
+    // Assignment from a vector, as the base does.
+    using CZRB_List<CZRB_Int32Point>::operator=;
+    // Copy of src through the base's copy (an empty src changes nothing).
+    CZRB_Int32PointList& operator=(const CZRB_Int32PointList& src) {
+        CZRB_List<CZRB_Int32Point>::operator=(src);
+        return *this;
+    }
+    // Copy of the base list src through the base's copy (an empty src changes nothing).
+    CZRB_Int32PointList& operator=(const CZRB_List<CZRB_Int32Point>& src) {
+        CZRB_List<CZRB_Int32Point>::operator=(src);
+        return *this;
+    }
+};
+
+// A vector of CZRB_DoublePoint.
+class LZRB_API CZRB_DoublePointVector : public CZRB_Vector<CZRB_DoublePoint> {
+public:
+    // Empty vector.
+    CZRB_DoublePointVector() {}
+    // n origin points; throws 9 when n is 0.
+    explicit CZRB_DoublePointVector(unsigned int n) : CZRB_Vector<CZRB_DoublePoint>(n) {}
+    // n copies of value; throws 9 when n is 0.
+    CZRB_DoublePointVector(unsigned int n, const CZRB_DoublePoint& value)
+        : CZRB_Vector<CZRB_DoublePoint>(n, value) {}
+    // A copy of items[0..n-1]; throws 9 when n is 0.
+    CZRB_DoublePointVector(CZRB_DoublePoint* items, unsigned int n)
+        : CZRB_Vector<CZRB_DoublePoint>(items, n) {}
+    // Copy of src.
+    CZRB_DoublePointVector(const CZRB_DoublePointVector& src)
+        : CZRB_Vector<CZRB_DoublePoint>(src) {}
+    // Frees the elements.
+    ~CZRB_DoublePointVector() override;
+    // Assignment from a list, as the base does.
+    using CZRB_Vector<CZRB_DoublePoint>::operator=;
+    // Copy of src through the base's copy.
+    CZRB_DoublePointVector& operator=(const CZRB_DoublePointVector& src) {
+        CZRB_Vector<CZRB_DoublePoint>::operator=(src);
+        return *this;
+    }
+    // Copy of the base vector src through the base's copy.
+    CZRB_DoublePointVector& operator=(const CZRB_Vector<CZRB_DoublePoint>& src) {
+        CZRB_Vector<CZRB_DoublePoint>::operator=(src);
+        return *this;
+    }
+};
+
+// A list of CZRB_DoublePoint.
+class LZRB_API CZRB_DoublePointList : public CZRB_List<CZRB_DoublePoint> {
+public:
+    // Empty list.
+    CZRB_DoublePointList() {}
+    // n items holding value, cursor on the first; n = 0 gives an empty list.
+    CZRB_DoublePointList(unsigned int n, const CZRB_DoublePoint& value)
+        : CZRB_List<CZRB_DoublePoint>(n, value) {}
+    // items[0..n-1], cursor on the first; throws 9 when n is 0.
+    CZRB_DoublePointList(CZRB_DoublePoint* items, unsigned int n)
+        : CZRB_List<CZRB_DoublePoint>(items, n) {}
+    // Copy of src.
+    CZRB_DoublePointList(const CZRB_DoublePointList& src) : CZRB_List<CZRB_DoublePoint>(src) {}
+    // Frees every node.
+    ~CZRB_DoublePointList() override;
+    // Assignment from a vector, as the base does.
+    using CZRB_List<CZRB_DoublePoint>::operator=;
+    // Copy of src through the base's copy (an empty src changes nothing).
+    CZRB_DoublePointList& operator=(const CZRB_DoublePointList& src) {
+        CZRB_List<CZRB_DoublePoint>::operator=(src);
+        return *this;
+    }
+    // Copy of the base list src through the base's copy (an empty src changes nothing).
+    CZRB_DoublePointList& operator=(const CZRB_List<CZRB_DoublePoint>& src) {
+        CZRB_List<CZRB_DoublePoint>::operator=(src);
+        return *this;
+    }
 };
 
 #endif

@@ -320,4 +320,129 @@ public:
     ~CZRB_DoubleRect() override;
 };
 
+extern template class LZRB_API CZRB_Vector<CZRB_Int32Rect>;
+extern template class LZRB_API CZRB_List<CZRB_Int32Rect>;
+extern template class LZRB_API CZRB_Vector<CZRB_DoubleRect>;
+extern template class LZRB_API CZRB_List<CZRB_DoubleRect>;
+
+// A vector of CZRB_Int32Rect.
+class LZRB_API CZRB_Int32RectVector : public CZRB_Vector<CZRB_Int32Rect> {
+public:
+    // Empty vector.
+    CZRB_Int32RectVector() {}
+    // n all-zero rectangles; throws 9 when n is 0.
+    explicit CZRB_Int32RectVector(unsigned int n) : CZRB_Vector<CZRB_Int32Rect>(n) {}
+    // n copies of value; throws 9 when n is 0.
+    CZRB_Int32RectVector(unsigned int n, const CZRB_Int32Rect& value)
+        : CZRB_Vector<CZRB_Int32Rect>(n, value) {}
+    // A copy of items[0..n-1]; throws 9 when n is 0.
+    CZRB_Int32RectVector(CZRB_Int32Rect* items, unsigned int n)
+        : CZRB_Vector<CZRB_Int32Rect>(items, n) {}
+    // Copy of src.
+    CZRB_Int32RectVector(const CZRB_Int32RectVector& src) : CZRB_Vector<CZRB_Int32Rect>(src) {}
+    // Frees the elements.
+    ~CZRB_Int32RectVector() override;
+    // Assignment from a list, as the base does.
+    using CZRB_Vector<CZRB_Int32Rect>::operator=;
+    // Copy of src through the base's copy.
+    CZRB_Int32RectVector& operator=(const CZRB_Int32RectVector& src) {
+        CZRB_Vector<CZRB_Int32Rect>::operator=(src);
+        return *this;
+    }
+    // Copy of the base vector src through the base's copy.
+    CZRB_Int32RectVector& operator=(const CZRB_Vector<CZRB_Int32Rect>& src) {
+        CZRB_Vector<CZRB_Int32Rect>::operator=(src);
+        return *this;
+    }
+};
+
+// A list of CZRB_Int32Rect.
+class LZRB_API CZRB_Int32RectList : public CZRB_List<CZRB_Int32Rect> {
+public:
+    // Empty list.
+    CZRB_Int32RectList() {}
+    // n items holding value, cursor on the first; n = 0 gives an empty list.
+    CZRB_Int32RectList(unsigned int n, const CZRB_Int32Rect& value)
+        : CZRB_List<CZRB_Int32Rect>(n, value) {}
+    // items[0..n-1], cursor on the first; throws 9 when n is 0.
+    CZRB_Int32RectList(CZRB_Int32Rect* items, unsigned int n)
+        : CZRB_List<CZRB_Int32Rect>(items, n) {}
+    // Copy of src.
+    CZRB_Int32RectList(const CZRB_Int32RectList& src) : CZRB_List<CZRB_Int32Rect>(src) {}
+    // Frees every node.
+    ~CZRB_Int32RectList() override;
+    // Assignment from a vector, as the base does.
+    using CZRB_List<CZRB_Int32Rect>::operator=;
+    // Copy of src through the base's copy (an empty src changes nothing).
+    CZRB_Int32RectList& operator=(const CZRB_Int32RectList& src) {
+        CZRB_List<CZRB_Int32Rect>::operator=(src);
+        return *this;
+    }
+    // Copy of the base list src through the base's copy (an empty src changes nothing).
+    CZRB_Int32RectList& operator=(const CZRB_List<CZRB_Int32Rect>& src) {
+        CZRB_List<CZRB_Int32Rect>::operator=(src);
+        return *this;
+    }
+};
+
+// A vector of CZRB_DoubleRect.
+class LZRB_API CZRB_DoubleRectVector : public CZRB_Vector<CZRB_DoubleRect> {
+public:
+    // Empty vector.
+    CZRB_DoubleRectVector() {}
+    // n all-zero rectangles; throws 9 when n is 0.
+    explicit CZRB_DoubleRectVector(unsigned int n) : CZRB_Vector<CZRB_DoubleRect>(n) {}
+    // n copies of value; throws 9 when n is 0.
+    CZRB_DoubleRectVector(unsigned int n, const CZRB_DoubleRect& value)
+        : CZRB_Vector<CZRB_DoubleRect>(n, value) {}
+    // A copy of items[0..n-1]; throws 9 when n is 0.
+    CZRB_DoubleRectVector(CZRB_DoubleRect* items, unsigned int n)
+        : CZRB_Vector<CZRB_DoubleRect>(items, n) {}
+    // Copy of src.
+    CZRB_DoubleRectVector(const CZRB_DoubleRectVector& src) : CZRB_Vector<CZRB_DoubleRect>(src) {}
+    // Frees the elements.
+    ~CZRB_DoubleRectVector() override;
+    // Assignment from a list, as the base does.
+    using CZRB_Vector<CZRB_DoubleRect>::operator=;
+    // Copy of src through the base's copy.
+    CZRB_DoubleRectVector& operator=(const CZRB_DoubleRectVector& src) {
+        CZRB_Vector<CZRB_DoubleRect>::operator=(src);
+        return *this;
+    }
+    // Copy of the base vector src through the base's copy.
+    CZRB_DoubleRectVector& operator=(const CZRB_Vector<CZRB_DoubleRect>& src) {
+        CZRB_Vector<CZRB_DoubleRect>::operator=(src);
+        return *this;
+    }
+};
+
+// A list of CZRB_DoubleRect.
+class LZRB_API CZRB_DoubleRectList : public CZRB_List<CZRB_DoubleRect> {
+public:
+    // Empty list.
+    CZRB_DoubleRectList() {}
+    // n items holding value, cursor on the first; n = 0 gives an empty list.
+    CZRB_DoubleRectList(unsigned int n, const CZRB_DoubleRect& value)
+        : CZRB_List<CZRB_DoubleRect>(n, value) {}
+    // items[0..n-1], cursor on the first; throws 9 when n is 0.
+    CZRB_DoubleRectList(CZRB_DoubleRect* items, unsigned int n)
+        : CZRB_List<CZRB_DoubleRect>(items, n) {}
+    // Copy of src.
+    CZRB_DoubleRectList(const CZRB_DoubleRectList& src) : CZRB_List<CZRB_DoubleRect>(src) {}
+    // Frees every node.
+    ~CZRB_DoubleRectList() override;
+    // Assignment from a vector, as the base does.
+    using CZRB_List<CZRB_DoubleRect>::operator=;
+    // Copy of src through the base's copy (an empty src changes nothing).
+    CZRB_DoubleRectList& operator=(const CZRB_DoubleRectList& src) {
+        CZRB_List<CZRB_DoubleRect>::operator=(src);
+        return *this;
+    }
+    // Copy of the base list src through the base's copy (an empty src changes nothing).
+    CZRB_DoubleRectList& operator=(const CZRB_List<CZRB_DoubleRect>& src) {
+        CZRB_List<CZRB_DoubleRect>::operator=(src);
+        return *this;
+    }
+};
+
 #endif

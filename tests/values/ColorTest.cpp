@@ -1,4 +1,6 @@
 #include "CZRB_Color.h"
+#include "CZRB_Exception.h"
+#include "CZRB_MemoryBuffer.h"
 
 #include <gtest/gtest.h>
 
@@ -93,4 +95,29 @@ TEST(Color, HlsRoundTripStaysCloseOverTheCube) {
             }
         }
     }
+}
+
+TEST(Color, StreamRecordIsTheWholeWordLittleEndian) {
+    CZRB_MemoryBuffer buffer(3); // blocks smaller than one record
+    const CZRB_Color first(0xFF102030U);
+    const CZRB_Color second(1, 2, 3);
+    buffer << first << second;
+    EXPECT_EQ(buffer.GetSize(), 8U);
+    buffer.ToStart();
+    unsigned char low = 0;
+    buffer >> low;
+    EXPECT_EQ(low, 0x30);
+    buffer.ToStart();
+    CZRB_Color a, b(7, 7, 7);
+    buffer >> a >> b;
+    EXPECT_EQ(a.GetUnsignedColor(), 0xFF102030U);
+    EXPECT_EQ(b.GetUnsignedColor(), 0x00030201U);
+    CZRB_Color untouched(9, 9, 9);
+    try {
+        buffer >> untouched;
+        ADD_FAILURE() << "no exception";
+    } catch (const CZRB_Exception& e) {
+        EXPECT_EQ(e.code, 3U);
+    }
+    EXPECT_EQ(untouched.GetR(), 9);
 }

@@ -124,3 +124,29 @@ TEST(Geometry, RandomIntersectionsMatchPointContainment) {
         }
     }
 }
+
+TEST(Geometry, NamedContainersHoldTheNamedClasses) {
+    CZRB_Int32Rect rects[2] = {CZRB_Int32Rect(0, 0, 1, 1), CZRB_Int32Rect(2, 2, 3, 3)};
+    CZRB_Int32RectVector vector(rects, 2);
+    vector.AppendItem(vector[0] | vector[1]);
+    unsigned int at = 0;
+    EXPECT_TRUE(vector.FindToEnd(CZRB_Int32Rect(0, 0, 3, 3), &at, 0));
+    EXPECT_EQ(at, 2U);
+    CZRB_Int32RectList list;
+    list = vector;
+    EXPECT_EQ(list.GetLength(), 3U);
+    EXPECT_TRUE(list[1] == rects[1]);
+
+    CZRB_DoublePointList points(2, CZRB_DoublePoint(0.5, 1.5));
+    CZRB_DoublePointVector pointVector(points.GetLength(), CZRB_DoublePoint());
+    pointVector = points;
+    EXPECT_TRUE(pointVector[1] == CZRB_DoublePoint(0.5, 1.5));
+    CZRB_Int32SizeVector sizes(3);
+    EXPECT_TRUE(sizes[2] == CZRB_Int32Size(0, 0));
+    EXPECT_EQ(CZRB_Int32PointVector(2).GetLength(), 2U);
+    CZRB_DoubleRectList doubles;
+    doubles.AppendItem(CZRB_DoubleRect(0, 0, 1, 1));
+    CZRB_Int32SizeList sizeList;
+    CZRB_Int32PointList pointList;
+    EXPECT_EQ(doubles.GetLength() + sizeList.GetLength() + pointList.GetLength(), 1U);
+}
