@@ -7,6 +7,7 @@ int main() {
     DemoFoundation();
     DemoStrings();
     DemoFiles();
+    DemoSmallValues();
     std::puts("\nDemo finished.");
     return 0;
 }

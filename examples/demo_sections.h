@@ -5,5 +5,6 @@
 void DemoFoundation();
 void DemoStrings();
 void DemoFiles();
+void DemoSmallValues();
 
 #endif
