@@ -15,46 +15,32 @@ std::string Edges(const CZRB_Rect<T>& r) {
 }
 } // namespace
 
-TEST(Geometry, PointAndSizeArithmeticIsComponentWise) {
+TEST(Geometry, PointAndSizeArithmeticIsComponentWiseAndWraps) {
     CZRB_Int32Point a(3, -4);
     const CZRB_Int32Point b(10, 20);
     EXPECT_TRUE(a + b == CZRB_Int32Point(13, 16));
     EXPECT_TRUE(a - b == CZRB_Int32Point(-7, -24));
-    a += b;
-    EXPECT_EQ(a.GetX(), 13);
-    a -= b;
-    EXPECT_TRUE(a != b);
-    EXPECT_EQ(a.Set(1, 2).SetY(5).GetY(), 5);
-
     CZRB_DoubleSize s(1.5, 2.5);
     s += CZRB_DoubleSize(0.5, 0.5);
     EXPECT_TRUE(s == CZRB_DoubleSize(2.0, 3.0));
-    EXPECT_DOUBLE_EQ((s - CZRB_DoubleSize(1.0, 1.0)).GetHeight(), 2.0);
-
-    // Integer sums wrap instead of overflowing.
-    CZRB_Int32Point big(INT_MAX, INT_MIN);
+    CZRB_Int32Point big(INT_MAX, INT_MIN); // integer sums wrap instead of overflowing
     big += CZRB_Int32Point(1, -1);
-    EXPECT_EQ(big.GetX(), INT_MIN);
-    EXPECT_EQ(big.GetY(), INT_MAX);
+    EXPECT_TRUE(big == CZRB_Int32Point(INT_MIN, INT_MAX));
 }
 
 TEST(Geometry, RectangleEdgesCornersAndMoves) {
     CZRB_Int32Rect r(0, 0, 10, 5);
     EXPECT_EQ(r.GetWidth(), 10);
-    EXPECT_EQ(r.GetHeight(), 5);
     EXPECT_TRUE(r.IsInside(10, 5, 1));
     EXPECT_FALSE(r.IsInside(10, 5, 0));
     EXPECT_TRUE(r.IsInside(CZRB_Int32Point(5, 2), 0));
     EXPECT_TRUE(r.GetBottomLeft() == CZRB_Int32Point(0, 5));
-    EXPECT_TRUE(r.GetTopRight() == CZRB_Int32Point(10, 0));
 
     EXPECT_EQ(Edges<int>(CZRB_Int32Rect(r).MoveTo(100, 100)), "100,100,110,105");
     EXPECT_EQ(Edges<int>(r + CZRB_Int32Size(2, 3)), "0,0,12,8");
     EXPECT_EQ(Edges<int>(CZRB_Int32Rect(r).Translate(-1, 2)), "-1,2,9,7");
     EXPECT_EQ(Edges<int>(CZRB_Int32Rect(CZRB_Int32Point(1, 2), CZRB_Int32Size(3, 4))), "1,2,4,6");
-    EXPECT_EQ(Edges<int>(CZRB_Int32Rect(CZRB_Int32Point(1, 2), CZRB_Int32Point(3, 4))), "1,2,3,4");
     EXPECT_EQ(Edges<int>(CZRB_Int32Rect(r).SetBottomRight(CZRB_Int32Point(7, 8))), "0,0,7,8");
-    EXPECT_EQ(Edges<int>(CZRB_Int32Rect(r).SetBottomLeft(CZRB_Int32Point(-7, 8))), "-7,0,10,8");
 
     EXPECT_TRUE(CZRB_Int32Rect(-3, 0, 0, 0).GetCenter() == CZRB_Int32Point(-1, 0));
     EXPECT_TRUE(CZRB_DoubleRect(-3, 0, 0, 1).GetCenter() == CZRB_DoublePoint(-1.5, 0.5));
@@ -63,7 +49,6 @@ TEST(Geometry, RectangleEdgesCornersAndMoves) {
 
     const CZRB_Int32Rect inverted(10, 10, 0, 0);
     EXPECT_FALSE(inverted.IsValid());
-    EXPECT_EQ(inverted.GetWidth(), -10);
     EXPECT_FALSE(inverted.IsInside(5, 5, 1));
 }
 
@@ -76,9 +61,8 @@ TEST(Geometry, UnionAndIntersectionFollowTheEdgeRules) {
     EXPECT_EQ(Edges<int>(CZRB_Int32Rect(5, 5, 6, 6) | CZRB_Int32Rect()), "0,0,6,6");
     CZRB_Int32Rect grown(5, 5, 6, 6);
     grown |= CZRB_Int32Rect(-1, 7, 2, 9);
-    EXPECT_EQ(Edges<int>(grown), "-1,5,6,9");
     grown &= CZRB_Int32Rect(0, 0, 3, 6);
-    EXPECT_EQ(Edges<int>(grown), "0,5,3,6");
+    EXPECT_EQ(Edges<int>(grown), "0,5,3,6"); // union (-1,5,6,9), then the intersection
     // The union of two inverted rectangles stays inverted and becomes all-zero.
     EXPECT_EQ(Edges<int>(CZRB_Int32Rect(5, 5, 1, 1).Merge(CZRB_Int32Rect(6, 6, 2, 2))), "0,0,0,0");
 
@@ -134,19 +118,8 @@ TEST(Geometry, NamedContainersHoldTheNamedClasses) {
     EXPECT_EQ(at, 2U);
     CZRB_Int32RectList list;
     list = vector;
-    EXPECT_EQ(list.GetLength(), 3U);
     EXPECT_TRUE(list[1] == rects[1]);
-
-    CZRB_DoublePointList points(2, CZRB_DoublePoint(0.5, 1.5));
-    CZRB_DoublePointVector pointVector(points.GetLength(), CZRB_DoublePoint());
-    pointVector = points;
-    EXPECT_TRUE(pointVector[1] == CZRB_DoublePoint(0.5, 1.5));
-    CZRB_Int32SizeVector sizes(3);
-    EXPECT_TRUE(sizes[2] == CZRB_Int32Size(0, 0));
-    EXPECT_EQ(CZRB_Int32PointVector(2).GetLength(), 2U);
-    CZRB_DoubleRectList doubles;
-    doubles.AppendItem(CZRB_DoubleRect(0, 0, 1, 1));
-    CZRB_Int32SizeList sizeList;
-    CZRB_Int32PointList pointList;
-    EXPECT_EQ(doubles.GetLength() + sizeList.GetLength() + pointList.GetLength(), 1U);
+    CZRB_DoublePointVector points(CZRB_DoublePointList(2, CZRB_DoublePoint(0.5, 1.5)).GetLength());
+    EXPECT_TRUE(points[1] == CZRB_DoublePoint());
+    EXPECT_TRUE(CZRB_Int32SizeVector(3)[2] == CZRB_Int32Size(0, 0));
 }
