@@ -12,6 +12,7 @@ int main() {
     DemoDecimal();
     DemoCrc();
     DemoFiles();
+    DemoSmallValues();
     std::puts("\nDemo finished.");
     return 0;
 }

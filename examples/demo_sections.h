@@ -10,5 +10,6 @@ void DemoDates();
 void DemoDecimal();
 void DemoCrc();
 void DemoFiles();
+void DemoSmallValues();
 
 #endif

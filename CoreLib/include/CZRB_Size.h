@@ -1,0 +1,191 @@
+// CZRB_Size<T>: an extent (width, height), with the named classes CZRB_Int32Size and
+// CZRB_DoubleSize and the vector and list of CZRB_Int32Size (there is none of
+// CZRB_DoubleSize).
+#ifndef CZRB_SIZE_H
+#define CZRB_SIZE_H
+
+#include "CZRB_Point.h"
+
+template <class T>
+class CZRB_Size : public CZRB_Object {
+public:
+    // The empty extent (0, 0).
+    CZRB_Size() : m_width(0), m_height(0) {}
+    // The extent (width, height).
+    CZRB_Size(const T& width, const T& height) : m_width(width), m_height(height) {}
+    // Copies both values.
+    CZRB_Size(const CZRB_Size& other) : CZRB_Object(other) { DataCopy(other); }
+    // Copies both values and returns this size.
+    CZRB_Size& operator=(const CZRB_Size& other) {
+        DataCopy(other);
+        return *this;
+    }
+    // Nothing to free.
+    ~CZRB_Size() override {}
+
+    // Sets both values; returns this size.
+    CZRB_Size& Set(const T& width, const T& height) {
+        m_width = width;
+        m_height = height;
+        return *this;
+    }
+    // Sets the width only; returns this size.
+    CZRB_Size& SetWidth(const T& width) {
+        m_width = width;
+        return *this;
+    }
+    // Sets the height only; returns this size.
+    CZRB_Size& SetHeight(const T& height) {
+        m_height = height;
+        return *this;
+    }
+    // The width.
+    T GetWidth() const { return m_width; }
+    // The height.
+    T GetHeight() const { return m_height; }
+
+    // Adds `other` component-wise (integers wrap).
+    void operator+=(const CZRB_Size& other) {
+        m_width = ZRB::GeometryArith::Add(m_width, other.m_width);
+        m_height = ZRB::GeometryArith::Add(m_height, other.m_height);
+    }
+    // Subtracts `other` component-wise (integers wrap).
+    void operator-=(const CZRB_Size& other) {
+        m_width = ZRB::GeometryArith::Sub(m_width, other.m_width);
+        m_height = ZRB::GeometryArith::Sub(m_height, other.m_height);
+    }
+    // The component-wise sum as a new size.
+    CZRB_Size operator+(const CZRB_Size& other) const {
+        CZRB_Size result(*this);
+        result += other;
+        return result;
+    }
+    // The component-wise difference as a new size.
+    CZRB_Size operator-(const CZRB_Size& other) const {
+        CZRB_Size result(*this);
+        result -= other;
+        return result;
+    }
+    // 1 when both values are exactly equal, else 0.
+    unsigned char operator==(const CZRB_Size& other) const {
+        return (m_width == other.m_width && m_height == other.m_height) ? 1 : 0;
+    }
+    // Negation of operator==.
+    unsigned char operator!=(const CZRB_Size& other) const { return *this == other ? 0 : 1; }
+
+protected:
+    // Copies both values from `other`.
+    void DataCopy(const CZRB_Size& other) {
+        m_width = other.m_width;
+        m_height = other.m_height;
+    }
+
+    T m_width;
+    T m_height;
+};
+
+extern template class LZRB_API CZRB_Size<int>;
+extern template class LZRB_API CZRB_Size<double>;
+
+class LZRB_API CZRB_Int32Size : public CZRB_Size<int> {
+public:
+    // The empty extent (0, 0).
+    CZRB_Int32Size() {}
+    // The extent (width, height).
+    CZRB_Int32Size(int width, int height) : CZRB_Size<int>(width, height) {}
+    // Copies both values.
+    CZRB_Int32Size(const CZRB_Int32Size& other) : CZRB_Size<int>(other) {}
+    // Copies both values of a size of the template type.
+    CZRB_Int32Size(const CZRB_Size<int>& other) : CZRB_Size<int>(other) {}
+    // Copies both values and returns this size.
+    CZRB_Int32Size& operator=(const CZRB_Int32Size& other) {
+        DataCopy(other);
+        return *this;
+    }
+    // Nothing to free.
+    ~CZRB_Int32Size() override;
+};
+
+class LZRB_API CZRB_DoubleSize : public CZRB_Size<double> {
+public:
+    // The empty extent (0, 0).
+    CZRB_DoubleSize() {}
+    // The extent (width, height).
+    CZRB_DoubleSize(double width, double height) : CZRB_Size<double>(width, height) {}
+    // Copies both values.
+    CZRB_DoubleSize(const CZRB_DoubleSize& other) : CZRB_Size<double>(other) {}
+    // Copies both values of a size of the template type.
+    CZRB_DoubleSize(const CZRB_Size<double>& other) : CZRB_Size<double>(other) {}
+    // Copies both values and returns this size.
+    CZRB_DoubleSize& operator=(const CZRB_DoubleSize& other) {
+        DataCopy(other);
+        return *this;
+    }
+    // Nothing to free.
+    ~CZRB_DoubleSize() override;
+};
+
+extern template class LZRB_API CZRB_Vector<CZRB_Int32Size>;
+extern template class LZRB_API CZRB_List<CZRB_Int32Size>;
+
+// A vector of CZRB_Int32Size.
+class LZRB_API CZRB_Int32SizeVector : public CZRB_Vector<CZRB_Int32Size> {
+public:
+    // Empty vector.
+    CZRB_Int32SizeVector() {}
+    // n empty sizes; throws 9 when n is 0.
+    explicit CZRB_Int32SizeVector(unsigned int n) : CZRB_Vector<CZRB_Int32Size>(n) {}
+    // n copies of value; throws 9 when n is 0.
+    CZRB_Int32SizeVector(unsigned int n, const CZRB_Int32Size& value)
+        : CZRB_Vector<CZRB_Int32Size>(n, value) {}
+    // A copy of items[0..n-1]; throws 9 when n is 0.
+    CZRB_Int32SizeVector(CZRB_Int32Size* items, unsigned int n)
+        : CZRB_Vector<CZRB_Int32Size>(items, n) {}
+    // Copy of src.
+    CZRB_Int32SizeVector(const CZRB_Int32SizeVector& src) : CZRB_Vector<CZRB_Int32Size>(src) {}
+    // Frees the elements.
+    ~CZRB_Int32SizeVector() override;
+    // Assignment from a list, as the base does.
+    using CZRB_Vector<CZRB_Int32Size>::operator=;
+    // Copy of src through the base's copy.
+    CZRB_Int32SizeVector& operator=(const CZRB_Int32SizeVector& src) {
+        CZRB_Vector<CZRB_Int32Size>::operator=(src);
+        return *this;
+    }
+    // Copy of the base vector src through the base's copy.
+    CZRB_Int32SizeVector& operator=(const CZRB_Vector<CZRB_Int32Size>& src) {
+        CZRB_Vector<CZRB_Int32Size>::operator=(src);
+        return *this;
+    }
+};
+
+// A list of CZRB_Int32Size.
+class LZRB_API CZRB_Int32SizeList : public CZRB_List<CZRB_Int32Size> {
+public:
+    // Empty list.
+    CZRB_Int32SizeList() {}
+    // n items holding value, cursor on the first; n = 0 gives an empty list.
+    CZRB_Int32SizeList(unsigned int n, const CZRB_Int32Size& value)
+        : CZRB_List<CZRB_Int32Size>(n, value) {}
+    // items[0..n-1], cursor on the first; throws 9 when n is 0.
+    CZRB_Int32SizeList(CZRB_Int32Size* items, unsigned int n)
+        : CZRB_List<CZRB_Int32Size>(items, n) {}
+    // Copy of src.
+    CZRB_Int32SizeList(const CZRB_Int32SizeList& src) : CZRB_List<CZRB_Int32Size>(src) {}
+    // Frees every node.
+    ~CZRB_Int32SizeList() override;
+    // Assignment from a vector, as the base does.
+    using CZRB_List<CZRB_Int32Size>::operator=;
+    // Copy of src through the base's copy (an empty src changes nothing).
+    CZRB_Int32SizeList& operator=(const CZRB_Int32SizeList& src) {
+        CZRB_List<CZRB_Int32Size>::operator=(src);
+        return *this;
+    }
+    // Copy of the base list src through the base's copy (an empty src changes nothing).
+    CZRB_Int32SizeList& operator=(const CZRB_List<CZRB_Int32Size>& src) {
+        CZRB_List<CZRB_Int32Size>::operator=(src);
+        return *this;
+    }
+};
+
+#endif
