@@ -208,6 +208,13 @@ TEST(Crc, ChainingAndEmptyInput) {
     EXPECT_EQ(EngineCrc(CZRB_Crc(CZRB_Crc::CRC_16_CCITT_FALSE), 16, {}, 0, 0), 0xFFFFULL);
     EXPECT_EQ(EngineCrc(CZRB_Crc(CZRB_Crc::CRC_64_WE), 64, {}, 0, 0), 0ULL);
     EXPECT_EQ(EngineCrc(xmodem, 16, {}, 0x1234, 1), 0x1234ULL);
+
+    // The word form runs the table path over the words' bytes in memory order.
+    unsigned short words[4];
+    std::memcpy(words, "12345678", 8);
+    unsigned short fromWords = 0;
+    xmodem.Compute(words, 4, &fromWords, 0);
+    EXPECT_EQ(fromWords, EngineCrc(xmodem, 16, Bytes("12345678"), 0, 0));
 }
 
 TEST(Crc, MilStd1760XorsWordsRotatedByTheirDistanceFromTheEnd) {
