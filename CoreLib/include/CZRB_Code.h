@@ -35,6 +35,7 @@ public:
         CFormatNode& operator=(const CFormatNode& other);
         // Copies both words (the payload reference, not the payload); returns *this.
         CFormatNode& operator=(CFormatNode&& other) noexcept;
+        // Leaves the payload alone: the code that holds the node frees it.
         ~CFormatNode() override;
         // Always 0: nodes never compare equal, so searches for a node always fail (by design).
         unsigned char operator==(const CFormatNode& other) const;
@@ -121,6 +122,7 @@ public:
     CFormatList(const CFormatList& other);
     // Copies every node (payload references only).
     CFormatList(CFormatList&& other);
+    // Frees the nodes, not their payloads.
     ~CFormatList() override;
     // Copies every node (payload references only); returns *this.
     CFormatList& operator=(const CFormatList& other);
@@ -137,6 +139,7 @@ public:
     CFormatVector(const CFormatVector& other);
     // Copies every node (payload references only).
     CFormatVector(CFormatVector&& other);
+    // Frees the nodes, not their payloads.
     ~CFormatVector() override;
     // Copies every node (payload references only); returns *this.
     CFormatVector& operator=(const CFormatVector& other);

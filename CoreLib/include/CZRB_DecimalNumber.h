@@ -41,6 +41,7 @@ public:
     CZRB_DecimalNumber& operator=(const CZRB_DecimalNumber& other);
     // As Set(const double&); the digit count is kept.
     CZRB_DecimalNumber& operator=(const double& value);
+    // Does nothing beyond the base.
     ~CZRB_DecimalNumber() override;
 
     // value = integral * 10^n + RoundDecimal(n, decimal), negated when `negative` is non-zero;
@@ -147,6 +148,9 @@ extern template class LZRB_API CZRB_List<CZRB_DecimalNumber>;
 
 class LZRB_API CZRB_DecimalNumberVector : public CZRB_Vector<CZRB_DecimalNumber> {
 public:
+    // The base's assignments stay available (also the one from a list).
+    using CZRB_Vector<CZRB_DecimalNumber>::operator=;
+
     // Empty vector.
     CZRB_DecimalNumberVector();
     // `count` zero numbers; a count of 0 throws code 9.
@@ -159,6 +163,7 @@ public:
     CZRB_DecimalNumberVector(const CZRB_DecimalNumberVector& other);
     // Copies every element of the base vector.
     CZRB_DecimalNumberVector(const CZRB_Vector<CZRB_DecimalNumber>& other);
+    // Frees the elements.
     ~CZRB_DecimalNumberVector() override;
     // Copies every element; returns *this.
     CZRB_DecimalNumberVector& operator=(const CZRB_DecimalNumberVector& other);
@@ -171,6 +176,9 @@ public:
 
 class LZRB_API CZRB_DecimalNumberList : public CZRB_List<CZRB_DecimalNumber> {
 public:
+    // The base's assignments stay available (also the one from a vector).
+    using CZRB_List<CZRB_DecimalNumber>::operator=;
+
     // Empty list.
     CZRB_DecimalNumberList();
     // `count` copies of `value` (0 gives an empty list).
@@ -181,6 +189,7 @@ public:
     CZRB_DecimalNumberList(const CZRB_DecimalNumberList& other);
     // Copies every item of the base list.
     CZRB_DecimalNumberList(const CZRB_List<CZRB_DecimalNumber>& other);
+    // Frees the nodes.
     ~CZRB_DecimalNumberList() override;
     // Copies every item; returns *this.
     CZRB_DecimalNumberList& operator=(const CZRB_DecimalNumberList& other);
