@@ -80,10 +80,10 @@ public:
     // Fills day, month and year of this date in the calendar and returns 1: the one date
     // whose day number this is. Returns 0 with all three fields 0 for an invalid date, an
     // unknown calendar, or a year that does not fit 32 bits (Revised Julian, Persian and
-    // Islamic years near the ends of the span). Where the day-number formula wraps (Revised Julian
-    // years beyond
-    // +-32767, Persian leap rule beyond about +-3 million years, Islamic years beyond
-    // +-202002) the result is the date of the calendar's own rules, which Set maps elsewhere.
+    // Islamic years near the ends of the span). Where the day-number formula wraps (Revised
+    // Julian years beyond +-32767, Persian leap rule beyond about +-3 million years, Islamic
+    // years beyond +-202002) the result is the date of the calendar's own rules, which Set maps
+    // elsewhere.
     unsigned int GetDateStruct(t_Date_Struct& date, t_Calendar calendar) const;
     // The year of GetDateStruct; 0 when it fails.
     int GetYear(t_Calendar calendar) const;
@@ -141,8 +141,9 @@ public:
 protected:
     // Copies the day number of other.
     void DataCopy(const CZRB_Date& other);
-    // Leap year of the calendar's rule on the effective year; false for year -2147483648 and
-    // an unknown calendar. The Persian product (y' + 2346) * 683 wraps at 32 bits, as shipped.
+    // Leap year of the calendar's rule on the effective year; false for year -2147483648, an
+    // unknown calendar and, by design, Julian year 0 (its effective year 0 would be leap). The
+    // Persian product (y' + 2346) * 683 wraps at 32 bits, as shipped.
     static bool IsLeapYear(int year, t_Calendar calendar);
     // True when the calendar is known, the year non-zero, the day at least 1 and within the
     // month.

@@ -93,6 +93,7 @@ TEST(Date, LeapRulesAndLengths) {
             EXPECT_EQ(CZRB_Date::GetDaysPerYear(r.year, static_cast<Cal>(c)), leap ? 366 : 365);
         }
     EXPECT_EQ(CZRB_Date::GetDaysPerYear(0, G) + CZRB_Date::GetDaysPerYear(2000, kUnknown), 0);
+    EXPECT_FALSE(DateProbe::IsLeapYear(0, J)); // year 0 is never a Julian leap year
     EXPECT_EQ(CZRB_Date::GetMonthsPerYear(-5, I) + CZRB_Date::GetMonthsPerYear(0, I), 12);
     EXPECT_EQ(CZRB_Date::GetDaysPerMonth(13, 2000, G) + CZRB_Date::GetDaysPerMonth(2, 0, G), 0);
     const CZRB_Date date(1445, 12, 30, I); // the Islamic year reports 366 days, as shipped

@@ -191,8 +191,8 @@ bool CZRB_Date::IsLeapYear(int year, t_Calendar calendar) {
     switch (calendar) {
     case CALENDAR_GREGORIAN:
         return (FloorMod(y, 4) == 0 && FloorMod(y, 100) != 0) || FloorMod(y, 400) == 0;
-    case CALENDAR_JULIAN:
-        return FloorMod(y, 4) == 0;
+    case CALENDAR_JULIAN: // by design year 0 is never a Julian leap year
+        return year != 0 && FloorMod(y, 4) == 0;
     case CALENDAR_REVISED_JULIAN: {
         if (FloorMod(y, 4) != 0)
             return false;
@@ -432,9 +432,9 @@ CZRB_Date& CZRB_Date::FromCurrentDate() {
 }
 
 CZRB_Date CZRB_Date::GetCurrentDate() {
-    timespec now = {};
-    tm local = {};
-    if (clock_gettime(CLOCK_REALTIME, &now) != 0 || localtime_r(&now.tv_sec, &local) == nullptr)
+    const std::time_t now = std::time(nullptr);
+    std::tm local = {};
+    if (now == static_cast<std::time_t>(-1) || localtime_r(&now, &local) == nullptr)
         return CZRB_Date();
     const __int64 year = static_cast<__int64>(local.tm_year) + 1900;
     if (year < INT_MIN || year > INT_MAX)

@@ -1,5 +1,6 @@
 #include "CZRB_Time.h"
 
+#include <chrono>
 #include <climits>
 #include <cstdio>
 #include <ctime>
@@ -135,12 +136,15 @@ CZRB_Time& CZRB_Time::FromCurrentTime() {
 }
 
 CZRB_Time CZRB_Time::GetCurrentTime() {
-    timespec now = {};
-    tm local = {};
-    if (clock_gettime(CLOCK_REALTIME, &now) != 0 || localtime_r(&now.tv_sec, &local) == nullptr)
+    const long long sinceEpoch = std::chrono::duration_cast<std::chrono::milliseconds>(
+                                     std::chrono::system_clock::now().time_since_epoch())
+                                     .count();
+    const long long milliseconds = (sinceEpoch % 1000 + 1000) % 1000;
+    const std::time_t seconds = static_cast<std::time_t>((sinceEpoch - milliseconds) / 1000);
+    std::tm local = {};
+    if (localtime_r(&seconds, &local) == nullptr)
         return CZRB_Time();
-    return CZRB_Time(local.tm_hour, local.tm_min, local.tm_sec,
-                     static_cast<int>(now.tv_nsec / 1000000));
+    return CZRB_Time(local.tm_hour, local.tm_min, local.tm_sec, static_cast<int>(milliseconds));
 }
 
 unsigned char CZRB_Time::operator==(const CZRB_Time& other) const {
