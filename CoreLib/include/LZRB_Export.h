@@ -7,14 +7,6 @@
 #ifndef LZRB_EXPORT_H
 #define LZRB_EXPORT_H
 
-#if defined(_WIN32)
-#if defined(LZRB_CORE_BUILDING)
-#define LZRB_API __declspec(dllexport)
-#else
-#define LZRB_API __declspec(dllimport)
-#endif
-#else
 #define LZRB_API __attribute__((visibility("default")))
-#endif
 
 #endif
