@@ -151,8 +151,8 @@ public:
     // begins at the terminator (searching for the zero byte from there finds index length).
     unsigned char FindFromEnd(char c, unsigned int* pos, unsigned int start = 0xFFFFFFFFU) const;
     // Last occurrence of s starting at or before start, with the same start clamping; a
-    // candidate whose characters would reach the terminator fails. False when s or this is
-    // empty.
+    // candidate whose characters would reach the terminator fails. False when this is empty.
+    // Kept as shipped: an empty s is not rejected and matches at the clamped start.
     unsigned char FindFromEnd(const CZRB_String& s, unsigned int* pos, unsigned char matchCase,
                               unsigned int start = 0xFFFFFFFFU) const;
 
@@ -168,12 +168,17 @@ public:
     // -1, 0 or 1 for a against b, folded to upper case.
     static signed char CompareNoMatchingCase(const CZRB_String& a, const CZRB_String& b);
 
-    // Case-sensitive relational operators by CompareMatchingCase; 1 or 0.
+    // 1 when this is equal to other by CompareMatchingCase (case-sensitive), else 0.
     unsigned char operator==(const CZRB_String& other) const;
+    // 1 when this is not equal to other by CompareMatchingCase (case-sensitive), else 0.
     unsigned char operator!=(const CZRB_String& other) const;
+    // 1 when this is less than other by CompareMatchingCase (case-sensitive), else 0.
     unsigned char operator<(const CZRB_String& other) const;
+    // 1 when this is less or equal to other by CompareMatchingCase (case-sensitive), else 0.
     unsigned char operator<=(const CZRB_String& other) const;
+    // 1 when this is greater than other by CompareMatchingCase (case-sensitive), else 0.
     unsigned char operator>(const CZRB_String& other) const;
+    // 1 when this is greater or equal to other by CompareMatchingCase (case-sensitive), else 0.
     unsigned char operator>=(const CZRB_String& other) const;
 
     // --- Numbers to text ---
@@ -200,15 +205,12 @@ public:
 
     // printf-style. The text is measured first, the buffer sized by the NewBuffer rule, then
     // filled. A format error (or a null format) leaves the string unchanged.
-    CZRB_String& Format(const char* format, ...)
-#if defined(__GNUC__)
-        __attribute__((format(printf, 2, 3)))
-#endif
-        ;
+    CZRB_String& Format(const char* format, ...);
     // Exactly width characters of fill holding min(length, width) characters of the text:
     // left from index 0; right ending at index width - 1 (the last characters); centred from
     // max((width - length) / 2, 0), the first characters. A narrower width truncates on the
-    // right for left and centred alignment and on the left for right alignment.
+    // right for left and centred alignment and on the left for right alignment. Any other
+    // align value leaves width fill characters.
     CZRB_String& SetFormatted(unsigned int width, t_Align align, char fill);
 
     // --- Text to numbers ---
@@ -260,12 +262,17 @@ private:
     unsigned int m_length;
 };
 
-// Case-sensitive relational operators with a zero-terminated text on the left; 1 or 0.
+// 1 when left is equal to right by CS_Compare (case-sensitive), else 0.
 LZRB_API unsigned char operator==(const char* left, const CZRB_String& right);
+// 1 when left is not equal to right by CS_Compare (case-sensitive), else 0.
 LZRB_API unsigned char operator!=(const char* left, const CZRB_String& right);
+// 1 when left is less than right by CS_Compare (case-sensitive), else 0.
 LZRB_API unsigned char operator<(const char* left, const CZRB_String& right);
+// 1 when left is less than or equal to right by CS_Compare (case-sensitive), else 0.
 LZRB_API unsigned char operator<=(const char* left, const CZRB_String& right);
+// 1 when left is greater than right by CS_Compare (case-sensitive), else 0.
 LZRB_API unsigned char operator>(const char* left, const CZRB_String& right);
+// 1 when left is greater than or equal to right by CS_Compare (case-sensitive), else 0.
 LZRB_API unsigned char operator>=(const char* left, const CZRB_String& right);
 
 // New string: c followed by s.

@@ -148,8 +148,12 @@ TEST(String, SearchesClampTheirStart) {
     EXPECT_EQ(text.FindFromEnd(CZRB_String("bca"), &pos, 1, 5), 1); // later candidates run out
     EXPECT_EQ(pos, 1U);
     EXPECT_EQ(text.FindFromEnd(CZRB_String("x"), &pos, 1, 5), 0);
-    EXPECT_EQ(CZRB_String().FindFromEnd('a', &pos, 0), 0);
-    EXPECT_EQ(pos, 1U);
+    EXPECT_EQ(text.FindFromEnd(CZRB_String(), &pos, 1, 6), 1); // empty s: the clamped start
+    EXPECT_EQ(pos, 6U);
+    EXPECT_EQ(text.FindFromEnd(CZRB_String(), &pos, 1, 9), 1);
+    EXPECT_EQ(CZRB_String().FindFromEnd('a', &pos, 0) + CZRB_String().FindFromEnd("", &pos, 0, 0),
+              0);
+    EXPECT_EQ(pos, 5U);
     EXPECT_EQ(CProbe::IsCharsEqual('[', '{', 0), 0);
     EXPECT_EQ(CProbe::IsCharsEqual('Q', 'q', 0), 1);
 }
@@ -241,7 +245,7 @@ TEST(String, FloatingFormattingAndFormatMatchPrintf) {
         ASSERT_EQ(CZRB_String(text).ToDouble(), value);
     }
     CZRB_String s("keep");
-    EXPECT_EQ(Str(s.Format("%s", "")), "");
+    EXPECT_EQ(Str(s.Format("")), ""); // an empty format compiles warning-free
     EXPECT_EQ(Str(s.Format("%05d|%-3s|", 42, "ab")), "00042|ab |");
 }
 

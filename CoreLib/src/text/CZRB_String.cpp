@@ -507,9 +507,11 @@ unsigned char CZRB_String::FindFromEnd(char c, unsigned int* pos, unsigned int s
 
 unsigned char CZRB_String::FindFromEnd(const CZRB_String& s, unsigned int* pos,
                                        unsigned char matchCase, unsigned int start) const {
-    if (m_length == 0 || s.m_length == 0) {
+    if (m_length == 0) {
         return 0;
     }
+    // Kept as shipped: unlike FindFromBegin there is no test for an empty s, so an empty s
+    // matches at once at the clamped start (index length when start equals the length).
     unsigned int i = start > m_length ? m_length - 1 : start;
     for (;; --i) {
         // A candidate whose characters would reach the terminator fails.
