@@ -1,6 +1,7 @@
 #include "CZRB_DoubleVector.h"
 #include "CZRB_Int32List.h"
 #include "CZRB_Int32Vector.h"
+#include "CZRB_Uint32List.h"
 #include "CZRB_Uint8Vector.h"
 
 #include "containers/ContainerTestSupport.h"
@@ -82,7 +83,10 @@ TEST(Named, ConstructionAndAssignmentFromTheBases) {
     EXPECT_EQ(CodeOf([] { CZRB_Int32Vector v(0U); }), 9U);
     EXPECT_EQ(CodeOf([] { CZRB_Int32Vector v(nullptr, 0); }), 9U);
     EXPECT_EQ(CodeOf([] { CZRB_Int32List l(nullptr, 0); }), 9U);
-    EXPECT_EQ(CZRB_Int32List(0U, 4).GetLength(), 0U);
+    // A literal 0 count with a value must not be ambiguous with the array form.
+    EXPECT_EQ(CodeOf([] { CZRB_Uint8Vector v(0, 0x55); }), 9U);
+    EXPECT_EQ(CodeOf([] { CZRB_Vector<unsigned int>().Create(0, 1U); }), 9U);
+    EXPECT_EQ(CZRB_Uint32List(0, 4U).GetLength(), 0U);
 
     CZRB_Int32Vector named(2U, 7);
     CZRB_OrderedVector<int> ordered(3U, 1);
