@@ -20,6 +20,10 @@ public:                                                                         
     explicit Name(unsigned int n) : CZRB_OrderedVector<Type>(n) {}                                 \
     /* n copies of value; throws 9 when n is 0. */                                                 \
     Name(unsigned int n, const Type& value) : CZRB_OrderedVector<Type>(n, value) {}                \
+    /* The same for a count of any integer type (a literal 0 count is not read as an array). */    \
+    template <class N, std::enable_if_t<std::is_integral_v<N>, int> = 0>                           \
+    Name(N n, const Type& value)                                                                   \
+        : CZRB_OrderedVector<Type>(static_cast<unsigned int>(n), value) {}                         \
     /* A copy of items[0..n-1]; throws 9 when n is 0. */                                           \
     Name(Type* items, unsigned int n) : CZRB_OrderedVector<Type>(items, n) {}                      \
     /* Copy of src. */                                                                             \
@@ -46,6 +50,9 @@ public:                                                                         
     Name() {}                                                                                      \
     /* n items holding value, cursor on the first; n = 0 gives an empty list. */                   \
     Name(unsigned int n, const Type& value) : CZRB_OrderedList<Type>(n, value) {}                  \
+    /* The same for a count of any integer type (a literal 0 count is not read as an array). */    \
+    template <class N, std::enable_if_t<std::is_integral_v<N>, int> = 0>                           \
+    Name(N n, const Type& value) : CZRB_OrderedList<Type>(static_cast<unsigned int>(n), value) {}  \
     /* items[0..n-1], cursor on the first; throws 9 when n is 0. */                                \
     Name(Type* items, unsigned int n) : CZRB_OrderedList<Type>(items, n) {}                        \
     /* Copy of src (cursor on the head). */                                                        \

@@ -16,6 +16,8 @@
 
 #include "CZRB_Vector.h"
 
+#include <type_traits>
+
 template <class T>
 class CZRB_List : public CZRB_Object {
 public:
@@ -25,6 +27,10 @@ public:
     CZRB_List();
     // n items holding value, cursor on the first; n = 0 gives an empty list without error.
     CZRB_List(unsigned int n, const T& value);
+    // The same for a count of any integer type, so that a literal 0 count is not also read
+    // as a null array.
+    template <class N, std::enable_if_t<std::is_integral_v<N>, int> = 0>
+    CZRB_List(N n, const T& value) : CZRB_List(static_cast<unsigned int>(n), value) {}
     // items[0..n-1] in order, cursor on the first; n = 0 throws 9 (object = this).
     CZRB_List(T* items, unsigned int n);
     // Copy of src through DataCopy (cursor on the head).
@@ -123,8 +129,8 @@ public:
     CZRB_List& operator&=(CZRB_Vector<T>& src);
     // Links copies of n items of src, from src's cursor onward, in before the cursor, with the
     // link updates of InsertItems(T*...). No cursor throws 5; src running out throws 5 (object
-    // = src) with the copies made so far linked and the last one not joined to the cursor node. Returns a
-    // copy of the whole list.
+    // = src) with the copies made so far linked and the last one not joined to the cursor node.
+    // Returns a copy of the whole list.
     CZRB_List InsertItems(CZRB_List& src, unsigned int n);
     // dst becomes copies of up to n items from the cursor onward, dst's cursor on its last
     // item; this cursor does not move. No cursor throws 5 (object = this).

@@ -18,6 +18,9 @@ public:
     CZRB_OrderedList(T* items, unsigned int n) : CZRB_List<T>(items, n) {}
     // n items holding value, cursor on the first; n = 0 gives an empty list.
     CZRB_OrderedList(unsigned int n, const T& value) : CZRB_List<T>(n, value) {}
+    // The same for a count of any integer type (a literal 0 count is not read as an array).
+    template <class N, std::enable_if_t<std::is_integral_v<N>, int> = 0>
+    CZRB_OrderedList(N n, const T& value) : CZRB_List<T>(static_cast<unsigned int>(n), value) {}
     // Copy of src (cursor on the head).
     CZRB_OrderedList(const CZRB_OrderedList& src) : CZRB_List<T>(src) {}
     // Frees every node.

@@ -21,6 +21,9 @@ public:
     CZRB_OrderedVector(T* items, unsigned int n) : CZRB_Vector<T>(items, n) {}
     // n copies of value; throws 9 when n is 0.
     CZRB_OrderedVector(unsigned int n, const T& value) : CZRB_Vector<T>(n, value) {}
+    // The same for a count of any integer type (a literal 0 count is not read as an array).
+    template <class N, std::enable_if_t<std::is_integral_v<N>, int> = 0>
+    CZRB_OrderedVector(N n, const T& value) : CZRB_Vector<T>(static_cast<unsigned int>(n), value) {}
     // Copy of src.
     CZRB_OrderedVector(const CZRB_OrderedVector& src) : CZRB_Vector<T>(src) {}
     // Frees the block.

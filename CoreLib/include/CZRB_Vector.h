@@ -37,6 +37,10 @@ public:
     CZRB_Vector(T* items, unsigned int n);
     // Create(n, value): n copies of value; throws 9 when n is 0.
     CZRB_Vector(unsigned int n, const T& value);
+    // The same for a count of any integer type, so that a literal 0 count is not also read
+    // as a null array.
+    template <class N, std::enable_if_t<std::is_integral_v<N>, int> = 0>
+    CZRB_Vector(N n, const T& value) : CZRB_Vector(static_cast<unsigned int>(n), value) {}
     // Copy of src through DataCopy (an empty source gives an empty vector).
     CZRB_Vector(const CZRB_Vector& src);
     // Frees the block (class elements are destroyed).
@@ -48,6 +52,11 @@ public:
     void Create(T* items, unsigned int n);
     // Replaces the contents by n copies of value; n = 0 throws 9.
     void Create(unsigned int n, const T& value);
+    // The same for a count of any integer type (a literal 0 count is not read as an array).
+    template <class N, std::enable_if_t<std::is_integral_v<N>, int> = 0>
+    void Create(N n, const T& value) {
+        Create(static_cast<unsigned int>(n), value);
+    }
     // Resizes to n keeping old[from + k] at k; on an empty vector it is Create(n) (so n = 0
     // throws 9); a non-zero `from` drops the first `from` elements. Other positions are new.
     void Recreate(unsigned int n, unsigned int from);
