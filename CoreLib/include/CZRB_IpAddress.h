@@ -22,9 +22,10 @@ class CZRB_IpAddress;
 LZRB_API CZRB_Buffer& operator<<(CZRB_Buffer& buffer, const CZRB_IpAddress& address);
 // Reads a record into `address`, which is first made invalid; returns the stream. Version
 // 65535 reads nothing more (the count written with it stays unread, kept as shipped);
-// versions 0 and 1 read the count and that many parts (not checked against 4 or 8); any other
-// version throws CZRB_Exception 32 (the stream). A count announcing more bytes than remain
-// throws 3 (the stream) before anything is allocated; other stream codes as the stream gives.
+// versions 0 and 1 are set first, then the count and that many parts are read (not checked
+// against 4 or 8; a record cut short leaves the version set without parts); any other version
+// throws CZRB_Exception 32 (the stream). A count announcing more bytes than remain throws 3
+// (the stream) before anything is allocated; other stream codes as the stream gives.
 LZRB_API CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_IpAddress& address);
 
 class LZRB_API CZRB_IpAddress : public CZRB_Object {

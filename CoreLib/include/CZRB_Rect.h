@@ -178,9 +178,10 @@ public:
         return result;
     }
 
-    // The union: smallest left and top, largest right and bottom; the all-zero rectangle
-    // when that result is inverted. Empty rectangles are not skipped (by design: merging
-    // with (0, 0, 0, 0) stretches the result to the origin).
+    // The union as a new rectangle (this one is unchanged): smallest left and top, largest
+    // right and bottom; the all-zero rectangle when that result is inverted. Empty rectangles
+    // are not skipped (by design: merging with (0, 0, 0, 0) stretches the result to the
+    // origin).
     CZRB_Rect Merge(const CZRB_Rect& other) const {
         using namespace ZRB::GeometryArith;
         return ValidOrZero(CZRB_Rect(Min(m_left, other.m_left), Min(m_top, other.m_top),
@@ -191,8 +192,9 @@ public:
     // This rectangle becomes Merge(other); returns it.
     CZRB_Rect& operator|=(const CZRB_Rect& other) { return *this = Merge(other); }
 
-    // The intersection: largest left and top, smallest right and bottom; the all-zero
-    // rectangle when that result is inverted. Touching rectangles give a zero width or height.
+    // The intersection as a new rectangle (this one is unchanged): largest left and top,
+    // smallest right and bottom; the all-zero rectangle when that result is inverted.
+    // Touching rectangles give a zero width or height.
     CZRB_Rect Intersect(const CZRB_Rect& other) const {
         using namespace ZRB::GeometryArith;
         return ValidOrZero(CZRB_Rect(Max(m_left, other.m_left), Max(m_top, other.m_top),

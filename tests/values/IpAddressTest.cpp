@@ -100,7 +100,7 @@ TEST(IpAddress, StreamRecord) {
     huge << static_cast<unsigned short>(1) << 0xFFFFFFFFU << 1U;
     huge.ToStart();
     EXPECT_EQ(CodeOf([&] { huge >> a; }), 3U);
-    EXPECT_EQ(Text(a), "");
+    EXPECT_TRUE(a != CZRB_IpAddress() && a.GetDigit(0) == 0); // version set, no parts
 }
 
 TEST(IpAddress, NamedContainers) {

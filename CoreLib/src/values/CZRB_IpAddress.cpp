@@ -124,14 +124,16 @@ CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_IpAddress& address) {
     if (version != CZRB_IpAddress::VERSION_IPV4 && version != CZRB_IpAddress::VERSION_IPV6) {
         throw CZRB_Exception(32, &buffer, 0);
     }
+    // The version is set before the count is read, so a record cut short keeps it.
+    address.m_version = version;
     unsigned int count = 0;
     buffer >> count;
     // The announced parts must be in the stream before anything is allocated for them.
-    const unsigned __int64 remaining = buffer.GetSize() - buffer.GetAbsPosition();
-    if (4ULL * count > remaining) {
+    const unsigned __int64 position = buffer.GetAbsPosition();
+    const unsigned __int64 size = buffer.GetSize();
+    if (position > size || (size - position) / 4 < count) {
         throw CZRB_Exception(3, &buffer, 0);
     }
-    address.m_version = version;
     if (address.m_parts.GetLength() != count) {
         address.m_parts.Create(count);
     }
