@@ -178,32 +178,23 @@ public:
         return result;
     }
 
-    // The union as a new rectangle (this one is unchanged): smallest left and top, largest
-    // right and bottom; the all-zero rectangle when that result is inverted. Empty rectangles
-    // are not skipped (by design: merging with (0, 0, 0, 0) stretches the result to the
-    // origin).
-    CZRB_Rect Merge(const CZRB_Rect& other) const {
-        using namespace ZRB::GeometryArith;
-        return ValidOrZero(CZRB_Rect(Min(m_left, other.m_left), Min(m_top, other.m_top),
-                                     Max(m_right, other.m_right), Max(m_bottom, other.m_bottom)));
-    }
-    // Merge(other).
-    CZRB_Rect operator|(const CZRB_Rect& other) const { return Merge(other); }
-    // This rectangle becomes Merge(other); returns it.
-    CZRB_Rect& operator|=(const CZRB_Rect& other) { return *this = Merge(other); }
+    // This rectangle becomes the union and is returned: smallest left and top, largest right
+    // and bottom; the all-zero rectangle when that result is inverted. Empty rectangles are
+    // not skipped (by design: merging with (0, 0, 0, 0) stretches the result to the origin).
+    CZRB_Rect& Merge(const CZRB_Rect& other) { return *this = Union(other); }
+    // The union as a new rectangle; this one is unchanged.
+    CZRB_Rect operator|(const CZRB_Rect& other) const { return Union(other); }
+    // Same as Merge(other).
+    CZRB_Rect& operator|=(const CZRB_Rect& other) { return Merge(other); }
 
-    // The intersection as a new rectangle (this one is unchanged): largest left and top,
-    // smallest right and bottom; the all-zero rectangle when that result is inverted.
-    // Touching rectangles give a zero width or height.
-    CZRB_Rect Intersect(const CZRB_Rect& other) const {
-        using namespace ZRB::GeometryArith;
-        return ValidOrZero(CZRB_Rect(Max(m_left, other.m_left), Max(m_top, other.m_top),
-                                     Min(m_right, other.m_right), Min(m_bottom, other.m_bottom)));
-    }
-    // Intersect(other).
-    CZRB_Rect operator&(const CZRB_Rect& other) const { return Intersect(other); }
-    // This rectangle becomes Intersect(other); returns it.
-    CZRB_Rect& operator&=(const CZRB_Rect& other) { return *this = Intersect(other); }
+    // This rectangle becomes the intersection and is returned: largest left and top, smallest
+    // right and bottom; the all-zero rectangle when that result is inverted. Touching
+    // rectangles give a zero width or height.
+    CZRB_Rect& Intersect(const CZRB_Rect& other) { return *this = Intersection(other); }
+    // The intersection as a new rectangle; this one is unchanged.
+    CZRB_Rect operator&(const CZRB_Rect& other) const { return Intersection(other); }
+    // Same as Intersect(other).
+    CZRB_Rect& operator&=(const CZRB_Rect& other) { return Intersect(other); }
 
     // 1 when left equals right or top equals bottom (exact; a NaN edge is never equal).
     unsigned char IsNull() const { return (m_left == m_right || m_top == m_bottom) ? 1 : 0; }
@@ -253,6 +244,17 @@ protected:
     T m_bottom;
 
 private:
+    CZRB_Rect Union(const CZRB_Rect& other) const {
+        using namespace ZRB::GeometryArith;
+        return ValidOrZero(CZRB_Rect(Min(m_left, other.m_left), Min(m_top, other.m_top),
+                                     Max(m_right, other.m_right), Max(m_bottom, other.m_bottom)));
+    }
+    CZRB_Rect Intersection(const CZRB_Rect& other) const {
+        using namespace ZRB::GeometryArith;
+        return ValidOrZero(CZRB_Rect(Max(m_left, other.m_left), Max(m_top, other.m_top),
+                                     Min(m_right, other.m_right), Min(m_bottom, other.m_bottom)));
+    }
+
     // `candidate` when left <= right and top <= bottom, else the all-zero rectangle.
     static CZRB_Rect ValidOrZero(const CZRB_Rect& candidate) {
         return candidate.IsValid() ? candidate : CZRB_Rect();
