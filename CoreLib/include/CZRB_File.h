@@ -9,8 +9,9 @@
 //      buffer with no stream, an empty file or nothing left to read
 //
 // Copies share one stream. The stream is reference-counted: it is flushed and closed when the
-// last object that refers to it goes away, never twice. Close on any copy closes the shared
-// stream for all of them; the others then report a closed file (19).
+// last object that refers to it goes away, never twice (a stream that a second Open replaced
+// without Close is left open, see Open). Close on any copy closes the shared stream for all
+// of them; the others then report a closed file (19).
 //
 // Paths: the full path is the absolute path against the current directory, with "." and ".."
 // resolved lexically, and at most 4095 characters. Only the backslash separates the name from
