@@ -9,8 +9,9 @@
 //      buffer with no stream, an empty file or nothing left to read
 //
 // Copies share one stream. The stream is reference-counted: it is flushed and closed when the
-// last object that refers to it goes away, never twice. Close on any copy closes the shared
-// stream for all of them; the others then report a closed file (19).
+// last object that refers to it goes away, never twice (a stream that a second Open replaced
+// without Close is left open, see Open). Close on any copy closes the shared stream for all
+// of them; the others then report a closed file (19).
 //
 // Paths: the full path is the absolute path against the current directory, with "." and ".."
 // resolved lexically, and at most 4095 characters. Only the backslash separates the name from
@@ -46,8 +47,8 @@ public:
     // Opens `path`: read+write+create "w+b", read+write "r+b", write+create "wb", write alone
     // "ab" (append), read alone "rb" (create ignored). 1 when neither read nor write is given or
     // the file cannot be opened (the object is then unchanged); else positions at the start,
-    // stores flags and path, 0. A stream already open is not closed by this call: it stays
-    // open for copies that share it and is closed once no object refers to it.
+    // stores flags and path, 0. Kept as shipped: a stream already open is not closed by this
+    // call and stays open (the caller closes first); copies that share it keep using it.
     unsigned int Open(const CZRB_String& path, unsigned int flags);
     // Flushes and closes an open stream (for every copy sharing it); flags become 0, the name
     // stays. Always 0.
@@ -121,9 +122,9 @@ public:
     // (the destination is then empty); both files are closed in every case.
     static unsigned int CopyFile(const CZRB_String& destination, const CZRB_String& source,
                                  unsigned int blockSize);
-    // The absolute path against the current directory, "." and ".." resolved lexically; the
-    // file need not exist. Empty for an empty path, when the current directory is unknown, or
-    // when the result would be longer than 4095 characters.
+    // The absolute path against the current directory, "." and ".." resolved lexically, a
+    // trailing "/" kept; the file need not exist. Empty for an empty path, when the current
+    // directory is unknown, or when the result would be longer than 4095 characters.
     static CZRB_String GetFullPathFromPath(const CZRB_String& path);
     // The full path's characters after its last backslash (all of it when there is none).
     static CZRB_String GetNameFromPath(const CZRB_String& path);

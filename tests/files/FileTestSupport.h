@@ -8,7 +8,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <string>
 
 using namespace std::string_literals;
@@ -31,7 +30,7 @@ protected:
         std::ifstream in(path, std::ios::binary);
         return std::string(std::istreambuf_iterator<char>(in), {});
     }
-    static long OpenDescriptors() { // a leaked stream shows up here
+    static long OpenDescriptors() { // a stream left open shows up here
         const std::filesystem::directory_iterator fds("/proc/self/fd");
         return std::distance(begin(fds), end(fds));
     }
@@ -43,12 +42,13 @@ inline std::string Str(const CZRB_String& text) {
     return {text.GetStringC(), text.GetLength()};
 }
 
-// The code of the CZRB_Exception that `action` throws, or 0 when it throws none.
-inline unsigned int CodeOf(const std::function<void()>& action) {
+// The code of the CZRB_Exception that `action` throws (its object to `object`), or 0.
+template <class F>
+unsigned int CodeOf(F action, const void** object = nullptr) {
     try {
         action();
     } catch (const CZRB_Exception& e) {
-        return e.code;
+        return object ? (*object = e.object, e.code) : e.code;
     }
     return 0;
 }

@@ -54,7 +54,14 @@ std::string ResolveLexically(const std::string& base, const std::string& path) {
         result += '/';
         result += part;
     }
-    return result.empty() ? std::string("/") : result;
+    if (result.empty()) {
+        return std::string("/");
+    }
+    // A trailing separator of the argument is kept, as the path names a folder.
+    if (path.back() == '/') {
+        result += '/';
+    }
+    return result;
 }
 
 // The current directory, or an empty text when it cannot be told.
@@ -135,6 +142,11 @@ unsigned int CZRB_File::Open(const CZRB_String& path, unsigned int flags) {
         return 1;
     }
     std::fseek(file, 0, SEEK_SET);
+    if (m_stream && m_stream.use_count() == 1) {
+        // Kept as shipped: a stream still open here is not closed (the caller closes first);
+        // this object only lets go of it.
+        m_stream->file = nullptr;
+    }
     m_stream = std::make_shared<CStream>(file);
     m_openFlags = flags;
     m_name = path;
