@@ -2,7 +2,6 @@
 #ifndef LZRB_CORE_H
 #define LZRB_CORE_H
 
-#include "ZRB.h"
 #include "CZRB_ArithmeticContainers.h"
 #include "CZRB_BitSet.h"
 #include "CZRB_Buffer.h"
@@ -51,5 +50,6 @@
 #include "CZRB_Uint8Vector.h"
 #include "CZRB_Vector.h"
 #include "CZRB_WinBitmapData.h"
+#include "ZRB.h"
 
 #endif
