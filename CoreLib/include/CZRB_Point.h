@@ -64,16 +64,19 @@ inline const T& Max(const T& a, const T& b) {
 } // namespace ZRB
 
 // The members the named geometry classes (CZRB_Int32Point, CZRB_DoubleSize, CZRB_Int32Rect,
-// ...) share over their template Base: construction (zero, copy, from the template type), copy
-// assignment through DataCopy and the destructor, which the library source defines.
-#define LZRB_NAMED_GEOMETRY_MEMBERS(Name, Base)                                                    \
+// ...) share over their base Template<Type>: its value constructors, construction (zero, copy,
+// from the template type), copy assignment through DataCopy and the destructor, which the
+// library source defines.
+#define LZRB_NAMED_GEOMETRY_MEMBERS(Name, Template, Type)                                          \
 public:                                                                                            \
+    /* The template's value constructors (coordinates, extent, edges or corners). */               \
+    using Template<Type>::Template;                                                                \
     /* Every value 0. */                                                                           \
     Name() {}                                                                                      \
     /* Copies every value. */                                                                      \
-    Name(const Name& other) : Base(other) {}                                                       \
+    Name(const Name& other) : Template<Type>(other) {}                                             \
     /* Copies every value of an object of the template type. */                                    \
-    Name(const Base& other) : Base(other) {}                                                       \
+    Name(const Template<Type>& other) : Template<Type>(other) {}                                   \
     /* Copies every value and returns this object. */                                              \
     Name& operator=(const Name& other) {                                                           \
         DataCopy(other);                                                                           \
@@ -164,19 +167,11 @@ extern template class LZRB_API CZRB_Point<int>;
 extern template class LZRB_API CZRB_Point<double>;
 
 class LZRB_API CZRB_Int32Point : public CZRB_Point<int> {
-    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_Int32Point, CZRB_Point<int>)
-
-public:
-    // The point (x, y).
-    CZRB_Int32Point(int x, int y) : CZRB_Point<int>(x, y) {}
+    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_Int32Point, CZRB_Point, int)
 };
 
 class LZRB_API CZRB_DoublePoint : public CZRB_Point<double> {
-    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_DoublePoint, CZRB_Point<double>)
-
-public:
-    // The point (x, y).
-    CZRB_DoublePoint(double x, double y) : CZRB_Point<double>(x, y) {}
+    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_DoublePoint, CZRB_Point, double)
 };
 
 extern template class LZRB_API CZRB_Vector<CZRB_Int32Point>;

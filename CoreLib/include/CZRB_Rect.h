@@ -273,33 +273,11 @@ extern template class LZRB_API CZRB_Rect<int>;
 extern template class LZRB_API CZRB_Rect<double>;
 
 class LZRB_API CZRB_Int32Rect : public CZRB_Rect<int> {
-    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_Int32Rect, CZRB_Rect<int>)
-
-public:
-    // The rectangle with the given edges.
-    CZRB_Int32Rect(int left, int top, int right, int bottom)
-        : CZRB_Rect<int>(left, top, right, bottom) {}
-    // The rectangle from its top-left to its bottom-right corner.
-    CZRB_Int32Rect(const CZRB_Point<int>& topLeft, const CZRB_Point<int>& bottomRight)
-        : CZRB_Rect<int>(topLeft, bottomRight) {}
-    // The rectangle at topLeft with the given size.
-    CZRB_Int32Rect(const CZRB_Point<int>& topLeft, const CZRB_Size<int>& size)
-        : CZRB_Rect<int>(topLeft, size) {}
+    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_Int32Rect, CZRB_Rect, int)
 };
 
 class LZRB_API CZRB_DoubleRect : public CZRB_Rect<double> {
-    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_DoubleRect, CZRB_Rect<double>)
-
-public:
-    // The rectangle with the given edges.
-    CZRB_DoubleRect(double left, double top, double right, double bottom)
-        : CZRB_Rect<double>(left, top, right, bottom) {}
-    // The rectangle from its top-left to its bottom-right corner.
-    CZRB_DoubleRect(const CZRB_Point<double>& topLeft, const CZRB_Point<double>& bottomRight)
-        : CZRB_Rect<double>(topLeft, bottomRight) {}
-    // The rectangle at topLeft with the given size.
-    CZRB_DoubleRect(const CZRB_Point<double>& topLeft, const CZRB_Size<double>& size)
-        : CZRB_Rect<double>(topLeft, size) {}
+    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_DoubleRect, CZRB_Rect, double)
 };
 
 extern template class LZRB_API CZRB_Vector<CZRB_Int32Rect>;

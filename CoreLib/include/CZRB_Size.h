@@ -88,19 +88,11 @@ extern template class LZRB_API CZRB_Size<int>;
 extern template class LZRB_API CZRB_Size<double>;
 
 class LZRB_API CZRB_Int32Size : public CZRB_Size<int> {
-    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_Int32Size, CZRB_Size<int>)
-
-public:
-    // The extent (width, height).
-    CZRB_Int32Size(int width, int height) : CZRB_Size<int>(width, height) {}
+    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_Int32Size, CZRB_Size, int)
 };
 
 class LZRB_API CZRB_DoubleSize : public CZRB_Size<double> {
-    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_DoubleSize, CZRB_Size<double>)
-
-public:
-    // The extent (width, height).
-    CZRB_DoubleSize(double width, double height) : CZRB_Size<double>(width, height) {}
+    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_DoubleSize, CZRB_Size, double)
 };
 
 extern template class LZRB_API CZRB_Vector<CZRB_Int32Size>;
