@@ -59,6 +59,24 @@ const char* TextOrEmpty(const char* text) {
     return text != nullptr ? text : "";
 }
 
+// Whether the `count` characters of `pattern` stand at `text`, compared by IsCharsEqual.
+bool MatchesAt(const char* text, const char* pattern, unsigned int count, unsigned char matchCase) {
+    for (unsigned int j = 0; j < count; ++j) {
+        if (CZRB_String::IsCharsEqual(text[j], pattern[j], matchCase) == 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// The success of every search: the position to *pos when asked for, and 1.
+unsigned char FoundAt(unsigned int* pos, unsigned int at) {
+    if (pos != nullptr) {
+        *pos = at;
+    }
+    return 1;
+}
+
 } // namespace
 
 // --- Construction and assignment ---
@@ -456,10 +474,7 @@ CZRB_String& CZRB_String::SetCase(unsigned int mode) {
 unsigned char CZRB_String::FindFromBegin(char c, unsigned int* pos, unsigned int start) const {
     for (unsigned int i = start; i < m_length; ++i) {
         if (m_buffer[i] == c) {
-            if (pos != nullptr) {
-                *pos = i;
-            }
-            return 1;
+            return FoundAt(pos, i);
         }
     }
     return 0;
@@ -471,15 +486,8 @@ unsigned char CZRB_String::FindFromBegin(const CZRB_String& s, unsigned int* pos
         return 0;
     }
     for (unsigned int i = start; i <= m_length - s.m_length; ++i) {
-        unsigned int j = 0;
-        while (j < s.m_length && IsCharsEqual(m_buffer[i + j], s.m_buffer[j], matchCase) != 0) {
-            ++j;
-        }
-        if (j == s.m_length) {
-            if (pos != nullptr) {
-                *pos = i;
-            }
-            return 1;
+        if (MatchesAt(m_buffer + i, s.m_buffer, s.m_length, matchCase)) {
+            return FoundAt(pos, i);
         }
     }
     return 0;
@@ -494,10 +502,7 @@ unsigned char CZRB_String::FindFromEnd(char c, unsigned int* pos, unsigned int s
     unsigned int i = start > m_length ? m_length - 1 : start;
     for (;; --i) {
         if (m_buffer[i] == c) {
-            if (pos != nullptr) {
-                *pos = i;
-            }
-            return 1;
+            return FoundAt(pos, i);
         }
         if (i == 0) {
             return 0;
@@ -515,17 +520,9 @@ unsigned char CZRB_String::FindFromEnd(const CZRB_String& s, unsigned int* pos,
     unsigned int i = start > m_length ? m_length - 1 : start;
     for (;; --i) {
         // A candidate whose characters would reach the terminator fails.
-        if (s.m_length <= m_length - i) {
-            unsigned int j = 0;
-            while (j < s.m_length && IsCharsEqual(m_buffer[i + j], s.m_buffer[j], matchCase) != 0) {
-                ++j;
-            }
-            if (j == s.m_length) {
-                if (pos != nullptr) {
-                    *pos = i;
-                }
-                return 1;
-            }
+        if (s.m_length <= m_length - i &&
+            MatchesAt(m_buffer + i, s.m_buffer, s.m_length, matchCase)) {
+            return FoundAt(pos, i);
         }
         if (i == 0) {
             return 0;
