@@ -59,10 +59,15 @@ const char* TextOrEmpty(const char* text) {
     return text != nullptr ? text : "";
 }
 
-// Whether the `count` characters of `pattern` stand at `text`, compared by IsCharsEqual.
+// The character equality of IsCharsEqual: exact, or ASCII-folded to lower when matchCase is 0.
+bool CharsEqual(char a, char b, unsigned char matchCase) {
+    return matchCase != 0 ? a == b : ToLowerAscii(a) == ToLowerAscii(b);
+}
+
+// Whether the `count` characters of `pattern` stand at `text`, compared by CharsEqual.
 bool MatchesAt(const char* text, const char* pattern, unsigned int count, unsigned char matchCase) {
     for (unsigned int j = 0; j < count; ++j) {
-        if (CZRB_String::IsCharsEqual(text[j], pattern[j], matchCase) == 0) {
+        if (!CharsEqual(text[j], pattern[j], matchCase)) {
             return false;
         }
     }
@@ -176,10 +181,7 @@ void CZRB_String::DataCopy(const CZRB_String& other) {
 }
 
 unsigned char CZRB_String::IsCharsEqual(const char& a, const char& b, unsigned char matchCase) {
-    if (matchCase != 0) {
-        return a == b ? 1 : 0;
-    }
-    return ToLowerAscii(a) == ToLowerAscii(b) ? 1 : 0;
+    return CharsEqual(a, b, matchCase) ? 1 : 0;
 }
 
 void CZRB_String::AssignFunction(const char* data, unsigned int count) {
