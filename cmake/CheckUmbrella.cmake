@@ -3,7 +3,7 @@
 file(GLOB headers RELATIVE "${INCLUDE_DIR}" "${INCLUDE_DIR}/*.h")
 file(READ "${INCLUDE_DIR}/LZRB_Core.h" umbrella)
 foreach(header IN LISTS headers)
-    if(NOT header MATCHES "^LZRB_(Core|Export|NamedContainer)\\.h$" AND NOT umbrella MATCHES "#include \"${header}\"")
+    if(NOT header MATCHES "^LZRB_(Core|Export)\\.h$" AND NOT umbrella MATCHES "#include \"${header}\"")
         message(FATAL_ERROR "LZRB_Core.h does not include ${header}")
     endif()
 endforeach()
