@@ -5,13 +5,21 @@
 
 int main() {
     DemoFoundation();
-    DemoStrings();
+    std::puts("");
     DemoContainers();
-    DemoBitSet();
-    DemoDates();
-    DemoDecimal();
+    std::puts("");
+    DemoStrings();
+    std::puts("");
     DemoCrc();
+    std::puts("");
+    DemoBitSet();
+    std::puts("");
+    DemoDecimal();
+    std::puts("");
+    DemoDates();
+    std::puts("");
     DemoFiles();
+    std::puts("");
     DemoSmallValues();
     std::puts("\nDemo finished.");
     return 0;

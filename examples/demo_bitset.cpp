@@ -6,7 +6,7 @@
 #include <cstdio>
 
 void DemoBitSet() {
-    std::puts("\n== Values: bit set and register ==");
+    std::puts("== Values: bit set and register ==");
     CZRB_BitSet header(4, 0), payload(12, 0);
     header.SetFieldUnsigned(0, 4, 0xA);
     payload.SetFieldUnsigned(0, 12, 0x5C3);

@@ -6,7 +6,7 @@
 #include <cstdio>
 
 void DemoContainers() {
-    std::puts("\n== Containers: vector, list, typed byte access ==");
+    std::puts("== Containers: vector, list, typed byte access ==");
     int values[] = {42, 7, 19, 3};
     CZRB_Int32Vector vector(values, 4);
     vector.AppendItem(11);

@@ -10,7 +10,7 @@
 #include <string>
 
 void DemoFiles() {
-    std::puts("\n== Files: a small CSV file written and read back ==");
+    std::puts("== Files: a small CSV file written and read back ==");
     std::string folder = (std::filesystem::temp_directory_path() / "lzrb_demo_XXXXXX").string();
     if (mkdtemp(folder.data()) == nullptr) {
         std::puts("no temporary folder available");

@@ -71,7 +71,7 @@ void DemoBitmapPixel() {
 } // namespace
 
 void DemoSmallValues() {
-    std::puts("\n== Small values: bitmap pixel, colour, IP address, rectangles ==");
+    std::puts("== Small values: bitmap pixel, colour, IP address, rectangles ==");
     DemoBitmapPixel();
 
     const CZRB_IpAddress v4(CZRB_String("192.168.0.1"));
