@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 namespace {
 std::string Text(const CZRB_IpAddress& address) {
@@ -24,11 +25,8 @@ unsigned int CodeOf(F action) {
 } // namespace
 
 TEST(IpAddress, ParsingIsDecimalAndCountsFieldsExactly) {
-    struct Case {
-        const char* text;
-        const char* printed; // "" for an invalid address
-    };
-    const Case cases[] = {
+    // Each text and its printed form, "" for an invalid address.
+    const std::pair<const char*, const char*> cases[] = {
         {"192.168.0.1", "192.168.0.1"},
         {"1.2.3", ""},
         {"1.2.3.4.5", ""},
@@ -43,9 +41,8 @@ TEST(IpAddress, ParsingIsDecimalAndCountsFieldsExactly) {
         {"::1", ""},
         {"1.2.3.4:5", ""}, // a colon anywhere means IPv6
     };
-    for (const Case& c : cases) {
-        const CZRB_IpAddress address{CZRB_String(c.text)};
-        EXPECT_EQ(Text(address), c.printed) << c.text;
+    for (const auto& [text, printed] : cases) {
+        EXPECT_EQ(Text(CZRB_IpAddress(CZRB_String(text))), printed) << text;
     }
     CZRB_IpAddress address;
     address = CZRB_String("10.0.0.1");
