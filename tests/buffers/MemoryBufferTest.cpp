@@ -32,12 +32,10 @@ unsigned int CodeOf(Action action) {
 
 TEST(MemoryBuffer, BlocksAreChainedEagerlyAndReadBackInOrder) {
     CZRB_MemoryBuffer empty(4);
-    EXPECT_EQ(empty.GetAbsPosition(), 0U);
-    EXPECT_EQ(empty.IsEnd(), 1);
-    EXPECT_EQ(empty.GetSize(), 0U);
     empty.ToStart();
     empty.ToEnd();
-    EXPECT_EQ(empty.GetBlockCount(), 0U);
+    EXPECT_EQ(empty.GetAbsPosition() + empty.GetSize() + empty.GetBlockCount(), 0U);
+    EXPECT_EQ(empty.IsEnd(), 1);
     unsigned char byte = 0;
     EXPECT_EQ(CodeOf([&] { empty.RetrieveData(&byte, 1); }), 3U);
 
@@ -57,9 +55,7 @@ TEST(MemoryBuffer, BlocksAreChainedEagerlyAndReadBackInOrder) {
         EXPECT_EQ(buffer.IsEnd(), 1);
         EXPECT_EQ(CodeOf([&] { buffer.RetrieveData(&byte, 1); }), 3U);
         buffer.DeleteAll();
-        EXPECT_EQ(buffer.GetBlockCount(), 0U);
-        EXPECT_EQ(buffer.GetSize(), 0U);
-        EXPECT_EQ(buffer.GetAbsPosition(), 0U);
+        EXPECT_EQ(buffer.GetBlockCount() + buffer.GetSize() + buffer.GetAbsPosition(), 0U);
     }
     CZRB_MemoryBuffer zero(0);
     EXPECT_EQ(CodeOf([&] { zero.AppendData(&byte, 1); }), 9U);
@@ -98,8 +94,9 @@ TEST(MemoryBuffer, RandomRecordsRoundTripForAnyBlockSizeAndInCopies) {
                    << static_cast<double>(i) / 7;
         }
         buffer.ToStart();
-        CZRB_MemoryBuffer copy(buffer);
-        for (CZRB_MemoryBuffer* stream : {&buffer, &copy}) {
+        CZRB_MemoryBuffer copy(buffer), assigned(2);
+        assigned = buffer;
+        for (CZRB_MemoryBuffer* stream : {&buffer, &copy, &assigned}) {
             for (int i = 0; i < 60; ++i) {
                 unsigned long long value = 0;
                 unsigned short low = 0;
@@ -113,12 +110,6 @@ TEST(MemoryBuffer, RandomRecordsRoundTripForAnyBlockSizeAndInCopies) {
             }
             EXPECT_EQ(stream->IsEnd(), 1);
         }
-        CZRB_MemoryBuffer assigned(2);
-        assigned = buffer;
-        assigned.ToStart();
-        unsigned long long value = 0;
-        assigned >> value;
-        EXPECT_EQ(value, values[0]);
         assigned = CZRB_MemoryBuffer(5);
         EXPECT_EQ(assigned.GetBlockCount(), 0U);
         EXPECT_EQ(assigned.GetBlockSize(), 5U);
