@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 namespace {
 
@@ -20,13 +21,8 @@ std::string Matched(const char* pattern, const char* text) {
 } // namespace
 
 TEST(Code, TemplateSyntax) {
-    struct Case {
-        const char* pattern;
-        unsigned int result;
-        unsigned int fields;
-        const char* rendered; // with every field set to its own name
-    };
-    const Case cases[] = {
+    // Pattern, Format's result, field count, the text with every field set to its own name.
+    const std::tuple<const char*, unsigned int, unsigned int, const char*> cases[] = {
         {"", 0, 0, ""},
         {"abc", 0, 0, ""},
         {"<>", 11, 0, ""},
@@ -39,15 +35,15 @@ TEST(Code, TemplateSyntax) {
         {"a>b<x>", 0, 1, "a>bx"},     // '>' outside a field is text
         {"<a<b>-<A>", 0, 2, "a<b-A"}, // '<' inside a field is part of the name
     };
-    for (const Case& c : cases) {
+    for (const auto& [pattern, result, fields, rendered] : cases) {
         CZRB_Code code;
-        EXPECT_EQ(code.Format(CZRB_String(c.pattern)), c.result) << c.pattern;
-        EXPECT_EQ(code.GetNames().GetLength(), c.fields) << c.pattern;
-        EXPECT_EQ(code.GetValues().GetLength(), c.fields) << c.pattern;
-        for (unsigned int i = 0; i < c.fields; ++i) {
+        EXPECT_EQ(code.Format(CZRB_String(pattern)), result) << pattern;
+        EXPECT_EQ(code.GetNames().GetLength(), fields) << pattern;
+        EXPECT_EQ(code.GetValues().GetLength(), fields) << pattern;
+        for (unsigned int i = 0; i < fields; ++i) {
             code.SetField(code.GetNames()[i], code.GetNames()[i]);
         }
-        EXPECT_EQ(Text(code.GetString()), c.rendered) << c.pattern;
+        EXPECT_EQ(Text(code.GetString()), rendered) << pattern;
     }
     // A failed Format leaves no template behind.
     CZRB_Code code(CZRB_String("<a>-<b>"));
