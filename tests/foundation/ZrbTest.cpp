@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <tuple>
 
 using namespace ZRB;
 
@@ -121,19 +122,14 @@ TEST(ZrbFields, MasksStopAtTheWordTopAndTheSumWrapsIn32Bits) {
 }
 
 TEST(ZrbFields, SignedRepresentationsReadAndWrite) {
-    struct Case {
-        unsigned long long raw;
-        t_ZRB_NumberRepr repr;
-        long long value;
-    };
-    const Case reads[] = {
+    const std::tuple<unsigned long long, t_ZRB_NumberRepr, long long> reads[] = {
         {0xF, NUMBER_REPR_TWOS_COMPLEMENT, -1}, {0xE, NUMBER_REPR_ONES_COMPLEMENT, -1},
         {0xF, NUMBER_REPR_ONES_COMPLEMENT, 0},  {0x9, NUMBER_REPR_SIGN_MAGNITUDE, -1},
         {0x7, NUMBER_REPR_OFFSET_BINARY, -1},   {0x9, NUMBER_REPR_UNSIGNED, 9},
         {0x5, NUMBER_REPR_SIGN_MAGNITUDE, 5},   {0x8, NUMBER_REPR_TWOS_COMPLEMENT, -8},
     };
-    for (const Case& c : reads) {
-        EXPECT_EQ(GetSignedField(c.raw << 8, 8, 4, c.repr), c.value) << c.raw << " " << c.repr;
+    for (const auto& [raw, repr, value] : reads) {
+        EXPECT_EQ(GetSignedField(raw << 8, 8, 4, repr), value) << raw << " " << repr;
     }
     EXPECT_EQ(GetSignedField(0xABCD00ULL, 8, 64, NUMBER_REPR_TWOS_COMPLEMENT), 0xABCD00LL);
     EXPECT_EQ(GetSignedField(0x1ULL, 0, 1, NUMBER_REPR_TWOS_COMPLEMENT), 0);
