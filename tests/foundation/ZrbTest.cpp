@@ -3,9 +3,32 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <initializer_list>
 #include <tuple>
+#include <utility>
 
 using namespace ZRB;
+
+namespace {
+
+// The word after SetBit(word, bit, state) for each (bit, state) in turn, from 0.
+template <class T>
+T AfterSetBits(std::initializer_list<std::pair<unsigned int, unsigned char>> steps) {
+    T word = 0;
+    for (const auto& [bit, state] : steps) {
+        SetBit(word, bit, state);
+    }
+    return word;
+}
+
+// The word after SetField(word, position, width, value).
+template <class T>
+T AfterSetField(T word, unsigned int position, unsigned int width, T value) {
+    SetField(word, position, width, value);
+    return word;
+}
+
+} // namespace
 
 TEST(ZrbBytes, ByteOrdersRoundTripAndAnyNonZeroOrderIsBigEndian) {
     const unsigned char bytes[8] = {0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0xDE, 0xF0};
@@ -71,27 +94,14 @@ TEST(ZrbBits, InvertReflectRotateAndCeil) {
 }
 
 TEST(ZrbBits, SetBitOutOfRangeKeepsTheShippedOutcomes) {
-    unsigned char byte = 0;
-    SetBit(byte, 33, 1); // 33 mod 32 = 1
-    EXPECT_EQ(byte, 0x02);
-    SetBit(byte, 8, 1);
-    SetBit(byte, 40, 1); // 40 mod 32 = 8: outside the byte
-    EXPECT_EQ(byte, 0x02);
-    unsigned short half = 0;
-    SetBit(half, 17, 1);
-    EXPECT_EQ(half, 0x0002);
-    unsigned int word = 0;
-    SetBit(word, 32, 1);
-    SetBit(word, 31, 1);
-    EXPECT_EQ(word, 0x80000000U);
-    SetBit(word, 31, 0);
-    EXPECT_EQ(word, 0U);
-    unsigned long long wide = 0;
-    SetBit(wide, 64, 1);
-    SetBit(wide, 63, 1);
+    // 33 mod 32 = 1; 8 and 40 (mod 32 = 8) lie outside a byte.
+    EXPECT_EQ(AfterSetBits<unsigned char>({{33, 1}, {8, 1}, {40, 1}}), 0x02);
+    EXPECT_EQ(AfterSetBits<unsigned short>({{17, 1}}), 0x0002);
+    EXPECT_EQ(AfterSetBits<unsigned int>({{32, 1}, {31, 1}}), 0x80000000U);
+    EXPECT_EQ(AfterSetBits<unsigned int>({{31, 1}, {31, 0}}), 0U);
+    const auto wide = AfterSetBits<unsigned long long>({{64, 1}, {63, 1}});
     EXPECT_EQ(wide, 0x8000000000000000ULL);
-    EXPECT_EQ(GetBit(wide, 63), 1);
-    EXPECT_EQ(GetBit(wide, 64), 0);
+    EXPECT_EQ(GetBit(wide, 63) * 10 + GetBit(wide, 64), 10);
 }
 
 TEST(ZrbFields, MasksStopAtTheWordTopAndTheSumWrapsIn32Bits) {
@@ -103,22 +113,13 @@ TEST(ZrbFields, MasksStopAtTheWordTopAndTheSumWrapsIn32Bits) {
     EXPECT_EQ(GetField(w, 0, 64), w);
     EXPECT_EQ(GetField(w, 8, 0xFFFFFFFFU), 0ULL); // 8 + 0xFFFFFFFF wraps to 7
 
-    unsigned long long v = 0;
-    SetField(v, 4, 4, 0x1FULL); // value bits above the width are dropped
-    EXPECT_EQ(v, 0xF0ULL);
-    SetField(v, 4, 0, 0ULL);
-    EXPECT_EQ(v, 0xF0ULL);
-    unsigned char b = 0xFF;
-    SetField(b, 6, 4, static_cast<unsigned char>(0));
-    EXPECT_EQ(b, 0x3F);
-    SetField(b, 8, 4, static_cast<unsigned char>(0));
-    EXPECT_EQ(b, 0x3F);
-    unsigned short h = 0;
-    SetField(h, 12, 8, static_cast<unsigned short>(0xAB));
-    EXPECT_EQ(h, 0xB000);
-    unsigned int u = 0;
-    SetField(u, 0, 32, 0xDEADBEEFU);
-    EXPECT_EQ(u, 0xDEADBEEFU);
+    EXPECT_EQ(AfterSetField(0ULL, 4, 4, 0x1FULL), 0xF0ULL); // value bits above the width dropped
+    EXPECT_EQ(AfterSetField(0xF0ULL, 4, 0, 0ULL), 0xF0ULL);
+    using Byte = unsigned char;
+    EXPECT_EQ(AfterSetField<Byte>(0xFF, 6, 4, 0), 0x3F);
+    EXPECT_EQ(AfterSetField<Byte>(0xFF, 8, 4, 0), 0xFF);
+    EXPECT_EQ(AfterSetField<unsigned short>(0, 12, 8, 0xAB), 0xB000);
+    EXPECT_EQ(AfterSetField(0U, 0, 32, 0xDEADBEEFU), 0xDEADBEEFU);
 }
 
 TEST(ZrbFields, SignedRepresentationsReadAndWrite) {
@@ -156,8 +157,7 @@ TEST(ZrbFields, SignedRepresentationsReadAndWrite) {
 TEST(ZrbFields, BcdDigitsAndNonDecimalNibbles) {
     unsigned long long w = 0xFFFF0000ULL << 32;
     SetBcdField(w, 0, 4, 123456);
-    EXPECT_EQ(w & 0xFFFF, 0x3456ULL);
-    EXPECT_EQ(w >> 48, 0xFFFFULL);
+    EXPECT_EQ(w, 0xFFFF000000003456ULL);
     EXPECT_EQ(GetBcdField(w, 0, 4), 3456ULL);
     EXPECT_EQ(GetBcdField(0x1AULL, 0, 2), 20ULL);
 
