@@ -69,14 +69,12 @@ TEST(MemoryBuffer, ToEndStandsAtTheEndOfTheLastBlocksRoom) {
     buffer.ToEnd();
     EXPECT_EQ(buffer.GetAbsPosition(), 4U);
     buffer.AppendData(second, 2);
-    EXPECT_EQ(buffer.GetSize(), 4U);
-    EXPECT_EQ(buffer.GetBlockCount(), 2U);
-    EXPECT_EQ(buffer.GetAbsPosition(), 6U);
+    EXPECT_TRUE(buffer.GetSize() == 4 && buffer.GetBlockCount() == 2 &&
+                buffer.GetAbsPosition() == 6);
     buffer.ToStart();
     unsigned char read[4] = {};
     buffer.RetrieveData(read, 4); // the first two bytes, then two never written
-    EXPECT_EQ(read[0], 0xA1);
-    EXPECT_EQ(read[1], 0xA2);
+    EXPECT_TRUE(read[0] == 0xA1 && read[1] == 0xA2);
     EXPECT_EQ(buffer.IsEnd(), 1);
 }
 

@@ -45,9 +45,8 @@ TEST(DecimalNumber, ConstructionSetAndParts) {
 
     EXPECT_EQ(Dec(2).GetSign(), 1);
     const Dec negative = Scaled(2, -1234);
-    EXPECT_EQ(negative.GetSign(), -1);
-    EXPECT_EQ(negative.GetIntegral(), 12ULL);
-    EXPECT_EQ(negative.GetDecimal(), 34);
+    EXPECT_TRUE(negative.GetSign() == -1 && negative.GetIntegral() == 12 &&
+                negative.GetDecimal() == 34);
     EXPECT_EQ(Dec(0, kMin).GetIntegral(), 9223372036854775808ULL);
     // Digit counts above 4 overflow the 16-bit decimal part: 0.70000 reads 70000 mod 65536.
     EXPECT_EQ(Scaled(5, 70000).GetDecimal(), 4464);

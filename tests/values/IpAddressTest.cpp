@@ -83,9 +83,7 @@ TEST(IpAddress, StreamRecord) {
     buffer.ToStart();
     CZRB_IpAddress a, b, c(v4);
     buffer >> a >> b >> c;
-    EXPECT_TRUE(a == v4);
-    EXPECT_TRUE(b == v6);
-    EXPECT_TRUE(c == invalid);
+    EXPECT_TRUE(a == v4 && b == v6 && c == invalid);
     EXPECT_EQ(buffer.GetSize() - buffer.GetAbsPosition(), 4U); // the invalid count stays unread
 
     CZRB_MemoryBuffer bad(16);
