@@ -9,75 +9,15 @@
 
 #include "CZRB_OrderedList.h"
 #include "CZRB_OrderedVector.h"
+#include "LZRB_NamedContainer.h"
 #include "ZRB.h"
 
-// The members shared by every named arithmetic vector.
-#define LZRB_NAMED_VECTOR_MEMBERS(Name, Type)                                                      \
-public:                                                                                            \
-    /* Empty vector. */                                                                            \
-    Name() {}                                                                                      \
-    /* n elements (zero-filled); throws 9 when n is 0. */                                          \
-    explicit Name(unsigned int n) : CZRB_OrderedVector<Type>(n) {}                                 \
-    /* n copies of value; throws 9 when n is 0. */                                                 \
-    Name(unsigned int n, const Type& value) : CZRB_OrderedVector<Type>(n, value) {}                \
-    /* The same for a count of any integer type (a literal 0 count is not read as an array). */    \
-    template <class N, std::enable_if_t<std::is_integral_v<N>, int> = 0>                           \
-    Name(N n, const Type& value)                                                                   \
-        : CZRB_OrderedVector<Type>(static_cast<unsigned int>(n), value) {}                         \
-    /* A copy of items[0..n-1]; throws 9 when n is 0. */                                           \
-    Name(Type* items, unsigned int n) : CZRB_OrderedVector<Type>(items, n) {}                      \
-    /* Copy of src. */                                                                             \
-    Name(const Name& src) : CZRB_OrderedVector<Type>(src) {}                                       \
-    /* Frees the block. */                                                                         \
-    virtual ~Name();                                                                               \
-    /* Assignment from a plain vector or a list, as the base does. */                              \
-    using CZRB_OrderedVector<Type>::operator=;                                                     \
-    /* Copy of src through the base's copy. */                                                     \
-    Name& operator=(const Name& src) {                                                             \
-        CZRB_OrderedVector<Type>::operator=(src);                                                  \
-        return *this;                                                                              \
-    }                                                                                              \
-    /* Copy of the base vector src through the base's copy. */                                     \
-    Name& operator=(const CZRB_OrderedVector<Type>& src) {                                         \
-        CZRB_OrderedVector<Type>::operator=(src);                                                  \
-        return *this;                                                                              \
-    }
-
-// The members shared by every named arithmetic list.
-#define LZRB_NAMED_LIST_MEMBERS(Name, Type)                                                        \
-public:                                                                                            \
-    /* Empty list. */                                                                              \
-    Name() {}                                                                                      \
-    /* n items holding value, cursor on the first; n = 0 gives an empty list. */                   \
-    Name(unsigned int n, const Type& value) : CZRB_OrderedList<Type>(n, value) {}                  \
-    /* The same for a count of any integer type (a literal 0 count is not read as an array). */    \
-    template <class N, std::enable_if_t<std::is_integral_v<N>, int> = 0>                           \
-    Name(N n, const Type& value) : CZRB_OrderedList<Type>(static_cast<unsigned int>(n), value) {}  \
-    /* items[0..n-1], cursor on the first; throws 9 when n is 0. */                                \
-    Name(Type* items, unsigned int n) : CZRB_OrderedList<Type>(items, n) {}                        \
-    /* Copy of src (cursor on the head). */                                                        \
-    Name(const Name& src) : CZRB_OrderedList<Type>(src) {}                                         \
-    /* Frees every node. */                                                                        \
-    virtual ~Name();                                                                               \
-    /* Assignment from a plain list or a vector, as the base does. */                              \
-    using CZRB_OrderedList<Type>::operator=;                                                       \
-    /* Copy of src through the base's copy (an empty src changes nothing). */                      \
-    Name& operator=(const Name& src) {                                                             \
-        CZRB_OrderedList<Type>::operator=(src);                                                    \
-        return *this;                                                                              \
-    }                                                                                              \
-    /* Copy of the base list src through the base's copy (an empty src changes nothing). */        \
-    Name& operator=(const CZRB_OrderedList<Type>& src) {                                           \
-        CZRB_OrderedList<Type>::operator=(src);                                                    \
-        return *this;                                                                              \
-    }
-
 class LZRB_API CZRB_Int8Vector : public CZRB_OrderedVector<signed char> {
-    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Int8Vector, signed char)
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Int8Vector, CZRB_OrderedVector<signed char>, signed char)
 };
 
 class LZRB_API CZRB_Uint8Vector : public CZRB_OrderedVector<unsigned char> {
-    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Uint8Vector, unsigned char)
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Uint8Vector, CZRB_OrderedVector<unsigned char>, unsigned char)
 
 public:
     // Typed access: the value of 2, 4 or 8 bytes at offset .. offset + width - 1, order 0
@@ -130,35 +70,36 @@ protected:
 };
 
 class LZRB_API CZRB_Int16Vector : public CZRB_OrderedVector<short> {
-    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Int16Vector, short)
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Int16Vector, CZRB_OrderedVector<short>, short)
 };
 
 class LZRB_API CZRB_Uint16Vector : public CZRB_OrderedVector<unsigned short> {
-    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Uint16Vector, unsigned short)
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Uint16Vector, CZRB_OrderedVector<unsigned short>, unsigned short)
 };
 
 class LZRB_API CZRB_Int32Vector : public CZRB_OrderedVector<int> {
-    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Int32Vector, int)
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Int32Vector, CZRB_OrderedVector<int>, int)
 };
 
 class LZRB_API CZRB_Uint32Vector : public CZRB_OrderedVector<unsigned int> {
-    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Uint32Vector, unsigned int)
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Uint32Vector, CZRB_OrderedVector<unsigned int>, unsigned int)
 };
 
 class LZRB_API CZRB_Int64Vector : public CZRB_OrderedVector<__int64> {
-    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Int64Vector, __int64)
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Int64Vector, CZRB_OrderedVector<__int64>, __int64)
 };
 
 class LZRB_API CZRB_Uint64Vector : public CZRB_OrderedVector<unsigned __int64> {
-    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Uint64Vector, unsigned __int64)
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Uint64Vector, CZRB_OrderedVector<unsigned __int64>,
+                              unsigned __int64)
 };
 
 class LZRB_API CZRB_FloatVector : public CZRB_OrderedVector<float> {
-    LZRB_NAMED_VECTOR_MEMBERS(CZRB_FloatVector, float)
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_FloatVector, CZRB_OrderedVector<float>, float)
 };
 
 class LZRB_API CZRB_DoubleVector : public CZRB_OrderedVector<double> {
-    LZRB_NAMED_VECTOR_MEMBERS(CZRB_DoubleVector, double)
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_DoubleVector, CZRB_OrderedVector<double>, double)
 
 public:
     // The square root of the mean of the squared elements; an empty vector gives NaN.
@@ -166,47 +107,44 @@ public:
 };
 
 class LZRB_API CZRB_Int8List : public CZRB_OrderedList<signed char> {
-    LZRB_NAMED_LIST_MEMBERS(CZRB_Int8List, signed char)
+    LZRB_NAMED_LIST_MEMBERS(CZRB_Int8List, CZRB_OrderedList<signed char>, signed char)
 };
 
 class LZRB_API CZRB_Uint8List : public CZRB_OrderedList<unsigned char> {
-    LZRB_NAMED_LIST_MEMBERS(CZRB_Uint8List, unsigned char)
+    LZRB_NAMED_LIST_MEMBERS(CZRB_Uint8List, CZRB_OrderedList<unsigned char>, unsigned char)
 };
 
 class LZRB_API CZRB_Int16List : public CZRB_OrderedList<short> {
-    LZRB_NAMED_LIST_MEMBERS(CZRB_Int16List, short)
+    LZRB_NAMED_LIST_MEMBERS(CZRB_Int16List, CZRB_OrderedList<short>, short)
 };
 
 class LZRB_API CZRB_Uint16List : public CZRB_OrderedList<unsigned short> {
-    LZRB_NAMED_LIST_MEMBERS(CZRB_Uint16List, unsigned short)
+    LZRB_NAMED_LIST_MEMBERS(CZRB_Uint16List, CZRB_OrderedList<unsigned short>, unsigned short)
 };
 
 class LZRB_API CZRB_Int32List : public CZRB_OrderedList<int> {
-    LZRB_NAMED_LIST_MEMBERS(CZRB_Int32List, int)
+    LZRB_NAMED_LIST_MEMBERS(CZRB_Int32List, CZRB_OrderedList<int>, int)
 };
 
 class LZRB_API CZRB_Uint32List : public CZRB_OrderedList<unsigned int> {
-    LZRB_NAMED_LIST_MEMBERS(CZRB_Uint32List, unsigned int)
+    LZRB_NAMED_LIST_MEMBERS(CZRB_Uint32List, CZRB_OrderedList<unsigned int>, unsigned int)
 };
 
 class LZRB_API CZRB_Int64List : public CZRB_OrderedList<__int64> {
-    LZRB_NAMED_LIST_MEMBERS(CZRB_Int64List, __int64)
+    LZRB_NAMED_LIST_MEMBERS(CZRB_Int64List, CZRB_OrderedList<__int64>, __int64)
 };
 
 class LZRB_API CZRB_Uint64List : public CZRB_OrderedList<unsigned __int64> {
-    LZRB_NAMED_LIST_MEMBERS(CZRB_Uint64List, unsigned __int64)
+    LZRB_NAMED_LIST_MEMBERS(CZRB_Uint64List, CZRB_OrderedList<unsigned __int64>, unsigned __int64)
 };
 
 class LZRB_API CZRB_FloatList : public CZRB_OrderedList<float> {
-    LZRB_NAMED_LIST_MEMBERS(CZRB_FloatList, float)
+    LZRB_NAMED_LIST_MEMBERS(CZRB_FloatList, CZRB_OrderedList<float>, float)
 };
 
 class LZRB_API CZRB_DoubleList : public CZRB_OrderedList<double> {
-    LZRB_NAMED_LIST_MEMBERS(CZRB_DoubleList, double)
+    LZRB_NAMED_LIST_MEMBERS(CZRB_DoubleList, CZRB_OrderedList<double>, double)
 };
-
-#undef LZRB_NAMED_VECTOR_MEMBERS
-#undef LZRB_NAMED_LIST_MEMBERS
 
 // The list of byte vectors that holds the blocks of a memory buffer.
 extern template class LZRB_API CZRB_List<CZRB_Uint8Vector>;

@@ -13,6 +13,7 @@
 #include "CZRB_Object.h"
 #include "CZRB_String.h"
 #include "CZRB_Vector.h"
+#include "LZRB_NamedContainer.h"
 #include "ZRB.h"
 
 class LZRB_API CZRB_BitSet : public CZRB_Object {
@@ -247,68 +248,16 @@ private:
 extern template class LZRB_API CZRB_Vector<CZRB_BitSet>;
 extern template class LZRB_API CZRB_List<CZRB_BitSet>;
 
-// Named vector of bit sets.
+// Named vector of bit sets (default elements: empty sets), sorted by CZRB_BitSet::Compare.
 class LZRB_API CZRB_BitSetVector : public CZRB_Vector<CZRB_BitSet> {
-public:
-    // Empty vector.
-    CZRB_BitSetVector() {}
-    // n empty sets; throws CZRB_Exception 9 when n is 0.
-    explicit CZRB_BitSetVector(unsigned int n) : CZRB_Vector<CZRB_BitSet>(n) {}
-    // n copies of value; throws CZRB_Exception 9 when n is 0.
-    CZRB_BitSetVector(unsigned int n, const CZRB_BitSet& value)
-        : CZRB_Vector<CZRB_BitSet>(n, value) {}
-    // Copies of items[0..n-1]; throws CZRB_Exception 9 when n is 0.
-    CZRB_BitSetVector(CZRB_BitSet* items, unsigned int n) : CZRB_Vector<CZRB_BitSet>(items, n) {}
-    // Copy of src.
-    CZRB_BitSetVector(const CZRB_BitSetVector& src) : CZRB_Vector<CZRB_BitSet>(src) {}
-    // Destroys the elements.
-    virtual ~CZRB_BitSetVector();
-    // Assignment from a plain vector or a list, as the base does.
-    using CZRB_Vector<CZRB_BitSet>::operator=;
-    // Copy of src through the base's copy.
-    CZRB_BitSetVector& operator=(const CZRB_BitSetVector& src) {
-        CZRB_Vector<CZRB_BitSet>::operator=(src);
-        return *this;
-    }
-    // Copy of the base vector src through the base's copy.
-    CZRB_BitSetVector& operator=(const CZRB_Vector<CZRB_BitSet>& src) {
-        CZRB_Vector<CZRB_BitSet>::operator=(src);
-        return *this;
-    }
-    // Vector sort with CZRB_BitSet::Compare: smallest first for non-zero ascending, largest
-    // first for zero. Throws CZRB_Exception 2 on an empty vector; the passes end after one
-    // without exchange.
-    CZRB_BitSetVector& Sort(unsigned char ascending);
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_BitSetVector, CZRB_Vector<CZRB_BitSet>, CZRB_BitSet)
+    LZRB_NAMED_SORT(CZRB_BitSetVector, CZRB_Vector<CZRB_BitSet>, &CZRB_BitSet::Compare)
 };
 
-// Named list of bit sets.
+// Named list of bit sets, sorted by CZRB_BitSet::Compare.
 class LZRB_API CZRB_BitSetList : public CZRB_List<CZRB_BitSet> {
-public:
-    // Empty list.
-    CZRB_BitSetList() {}
-    // n items holding value; n = 0 gives an empty list.
-    CZRB_BitSetList(unsigned int n, const CZRB_BitSet& value) : CZRB_List<CZRB_BitSet>(n, value) {}
-    // items[0..n-1]; throws CZRB_Exception 9 when n is 0.
-    CZRB_BitSetList(CZRB_BitSet* items, unsigned int n) : CZRB_List<CZRB_BitSet>(items, n) {}
-    // Copy of src.
-    CZRB_BitSetList(const CZRB_BitSetList& src) : CZRB_List<CZRB_BitSet>(src) {}
-    // Frees every node.
-    virtual ~CZRB_BitSetList();
-    // Assignment from a plain list or a vector, as the base does.
-    using CZRB_List<CZRB_BitSet>::operator=;
-    // Copy of src through the base's copy.
-    CZRB_BitSetList& operator=(const CZRB_BitSetList& src) {
-        CZRB_List<CZRB_BitSet>::operator=(src);
-        return *this;
-    }
-    // Copy of the base list src through the base's copy.
-    CZRB_BitSetList& operator=(const CZRB_List<CZRB_BitSet>& src) {
-        CZRB_List<CZRB_BitSet>::operator=(src);
-        return *this;
-    }
-    // Stable list sort with CZRB_BitSet::Compare: smallest first for non-zero ascending,
-    // largest first for zero.
-    CZRB_BitSetList& Sort(unsigned char ascending);
+    LZRB_NAMED_LIST_MEMBERS(CZRB_BitSetList, CZRB_List<CZRB_BitSet>, CZRB_BitSet)
+    LZRB_NAMED_SORT(CZRB_BitSetList, CZRB_List<CZRB_BitSet>, &CZRB_BitSet::Compare)
 };
 
 #endif

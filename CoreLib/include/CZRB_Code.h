@@ -11,6 +11,7 @@
 #include "CZRB_Object.h"
 #include "CZRB_String.h"
 #include "CZRB_Vector.h"
+#include "LZRB_NamedContainer.h"
 
 class LZRB_API CZRB_Code : public CZRB_Object {
 public:
@@ -113,38 +114,24 @@ private:
 extern template class LZRB_API CZRB_Vector<CZRB_Code::CFormatNode>;
 extern template class LZRB_API CZRB_List<CZRB_Code::CFormatNode>;
 
-// A list of nodes, used while a template is parsed.
+// A list of nodes, used while a template is parsed. Copies take the payload references only;
+// freeing the list frees the nodes, not their payloads.
 class LZRB_API CZRB_Code::CFormatList : public CZRB_List<CZRB_Code::CFormatNode> {
+    LZRB_NAMED_CONTAINER_MEMBERS(CFormatList, CZRB_List<CZRB_Code::CFormatNode>)
+
 public:
-    // Empty list.
-    CFormatList();
-    // Copies every node (payload references only).
-    CFormatList(const CFormatList& other);
-    // Copies every node (payload references only).
-    CFormatList(CFormatList&& other);
-    // Frees the nodes, not their payloads.
-    ~CFormatList() override;
-    // Copies every node (payload references only); returns *this.
-    CFormatList& operator=(const CFormatList& other);
-    // Copies every node of the base list (payload references only); returns *this.
-    CFormatList& operator=(const CZRB_List<CFormatNode>& other);
+    // Copies every node (payload references only); the source keeps its nodes.
+    CFormatList(CFormatList&& other) : CZRB_List<CZRB_Code::CFormatNode>(other) {}
 };
 
-// A vector of nodes: the template of a code.
+// A vector of nodes: the template of a code. Copies take the payload references only;
+// freeing the vector frees the nodes, not their payloads.
 class LZRB_API CZRB_Code::CFormatVector : public CZRB_Vector<CZRB_Code::CFormatNode> {
+    LZRB_NAMED_CONTAINER_MEMBERS(CFormatVector, CZRB_Vector<CZRB_Code::CFormatNode>)
+
 public:
-    // Empty vector.
-    CFormatVector();
-    // Copies every node (payload references only).
-    CFormatVector(const CFormatVector& other);
-    // Copies every node (payload references only).
-    CFormatVector(CFormatVector&& other);
-    // Frees the nodes, not their payloads.
-    ~CFormatVector() override;
-    // Copies every node (payload references only); returns *this.
-    CFormatVector& operator=(const CFormatVector& other);
-    // Copies every node of the base vector (payload references only); returns *this.
-    CFormatVector& operator=(const CZRB_Vector<CFormatNode>& other);
+    // Copies every node (payload references only); the source keeps its nodes.
+    CFormatVector(CFormatVector&& other) : CZRB_Vector<CZRB_Code::CFormatNode>(other) {}
 };
 
 #endif

@@ -14,6 +14,7 @@
 #include "CZRB_Object.h"
 #include "CZRB_String.h"
 #include "CZRB_Vector.h"
+#include "LZRB_NamedContainer.h"
 
 class CZRB_Date;
 
@@ -168,56 +169,17 @@ private:
 extern template class LZRB_API CZRB_Vector<CZRB_Date>;
 extern template class LZRB_API CZRB_List<CZRB_Date>;
 
-// A vector of dates (CZRB_Vector<CZRB_Date>) sortable by CZRB_Date::SortCompare.
+// A vector of dates (default elements: null dates) sorted by CZRB_Date::SortCompare (non-zero
+// ascending: the earliest first).
 class LZRB_API CZRB_DateVector : public CZRB_Vector<CZRB_Date> {
-public:
-    // The base's assignments stay available (also the one from a list).
-    using CZRB_Vector<CZRB_Date>::operator=;
-
-    // Empty.
-    CZRB_DateVector();
-    // n null dates; n = 0 throws 9.
-    explicit CZRB_DateVector(unsigned int n);
-    // n copies of value; n = 0 throws 9.
-    CZRB_DateVector(unsigned int n, const CZRB_Date& value);
-    // Copies of items[0 .. n-1]; n = 0 throws 9.
-    CZRB_DateVector(CZRB_Date* items, unsigned int n);
-    // Copy of other.
-    CZRB_DateVector(const CZRB_DateVector& other);
-    // Frees the elements.
-    ~CZRB_DateVector() override;
-    // The base's copy; returns this vector.
-    CZRB_DateVector& operator=(const CZRB_DateVector& other);
-    // The base's copy; returns this vector.
-    CZRB_DateVector& operator=(const CZRB_Vector<CZRB_Date>& other);
-    // The vector sort with CZRB_Date::SortCompare: non-zero ascending puts the earliest first,
-    // zero the latest first. An empty vector throws 2.
-    CZRB_DateVector& Sort(unsigned char ascending);
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_DateVector, CZRB_Vector<CZRB_Date>, CZRB_Date)
+    LZRB_NAMED_SORT(CZRB_DateVector, CZRB_Vector<CZRB_Date>, CZRB_Date::SortCompare)
 };
 
-// A list of dates (CZRB_List<CZRB_Date>) sortable by CZRB_Date::SortCompare.
+// A list of dates sorted by CZRB_Date::SortCompare (non-zero ascending: the earliest first).
 class LZRB_API CZRB_DateList : public CZRB_List<CZRB_Date> {
-public:
-    // The base's assignments stay available (also the one from a vector).
-    using CZRB_List<CZRB_Date>::operator=;
-
-    // Empty.
-    CZRB_DateList();
-    // n copies of value, cursor on the first; n = 0 gives an empty list.
-    CZRB_DateList(unsigned int n, const CZRB_Date& value);
-    // Copies of items[0 .. n-1], cursor on the first; n = 0 throws 9.
-    CZRB_DateList(CZRB_Date* items, unsigned int n);
-    // Copy of other.
-    CZRB_DateList(const CZRB_DateList& other);
-    // Frees the nodes.
-    ~CZRB_DateList() override;
-    // The base's copy (an empty source leaves this list unchanged); returns this list.
-    CZRB_DateList& operator=(const CZRB_DateList& other);
-    // The base's copy (an empty source leaves this list unchanged); returns this list.
-    CZRB_DateList& operator=(const CZRB_List<CZRB_Date>& other);
-    // The stable list sort with CZRB_Date::SortCompare: non-zero ascending puts the earliest
-    // first, zero the latest first.
-    CZRB_DateList& Sort(unsigned char ascending);
+    LZRB_NAMED_LIST_MEMBERS(CZRB_DateList, CZRB_List<CZRB_Date>, CZRB_Date)
+    LZRB_NAMED_SORT(CZRB_DateList, CZRB_List<CZRB_Date>, CZRB_Date::SortCompare)
 };
 
 #endif

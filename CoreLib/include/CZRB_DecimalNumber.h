@@ -11,6 +11,7 @@
 #include "CZRB_Object.h"
 #include "CZRB_String.h"
 #include "CZRB_Vector.h"
+#include "LZRB_NamedContainer.h"
 
 class LZRB_API CZRB_DecimalNumber : public CZRB_Object {
 public:
@@ -146,58 +147,30 @@ LZRB_API CZRB_DecimalNumber operator*(const __int64& factor, const CZRB_DecimalN
 extern template class LZRB_API CZRB_Vector<CZRB_DecimalNumber>;
 extern template class LZRB_API CZRB_List<CZRB_DecimalNumber>;
 
+// Named vector of decimal numbers (default elements: zero), sorted by CZRB_DecimalNumber::Compare.
 class LZRB_API CZRB_DecimalNumberVector : public CZRB_Vector<CZRB_DecimalNumber> {
-public:
-    // The base's assignments stay available (also the one from a list).
-    using CZRB_Vector<CZRB_DecimalNumber>::operator=;
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_DecimalNumberVector, CZRB_Vector<CZRB_DecimalNumber>,
+                              CZRB_DecimalNumber)
+    LZRB_NAMED_SORT(CZRB_DecimalNumberVector, CZRB_Vector<CZRB_DecimalNumber>,
+                    &CZRB_DecimalNumber::Compare)
 
-    // Empty vector.
-    CZRB_DecimalNumberVector();
-    // `count` zero numbers; a count of 0 throws code 9.
-    explicit CZRB_DecimalNumberVector(unsigned int count);
-    // `count` copies of `value`; a count of 0 throws code 9.
-    CZRB_DecimalNumberVector(unsigned int count, const CZRB_DecimalNumber& value);
-    // Copies of items[0..count-1]; a count of 0 throws code 9.
-    CZRB_DecimalNumberVector(CZRB_DecimalNumber* items, unsigned int count);
-    // Copies every element.
-    CZRB_DecimalNumberVector(const CZRB_DecimalNumberVector& other);
+public:
     // Copies every element of the base vector.
-    CZRB_DecimalNumberVector(const CZRB_Vector<CZRB_DecimalNumber>& other);
-    // Frees the elements.
-    ~CZRB_DecimalNumberVector() override;
-    // Copies every element; returns *this.
-    CZRB_DecimalNumberVector& operator=(const CZRB_DecimalNumberVector& other);
-    // Copies every element of the base vector; returns *this.
-    CZRB_DecimalNumberVector& operator=(const CZRB_Vector<CZRB_DecimalNumber>& other);
-    // Vector sort with CZRB_DecimalNumber::Compare (non-zero `ascending`: smallest first);
-    // an empty vector throws code 2. Returns *this.
-    CZRB_DecimalNumberVector& Sort(unsigned char ascending);
+    CZRB_DecimalNumberVector(const CZRB_Vector<CZRB_DecimalNumber>& other)
+        : CZRB_Vector<CZRB_DecimalNumber>(other) {}
 };
 
+// Named list of decimal numbers, sorted by CZRB_DecimalNumber::Compare.
 class LZRB_API CZRB_DecimalNumberList : public CZRB_List<CZRB_DecimalNumber> {
-public:
-    // The base's assignments stay available (also the one from a vector).
-    using CZRB_List<CZRB_DecimalNumber>::operator=;
+    LZRB_NAMED_LIST_MEMBERS(CZRB_DecimalNumberList, CZRB_List<CZRB_DecimalNumber>,
+                            CZRB_DecimalNumber)
+    LZRB_NAMED_SORT(CZRB_DecimalNumberList, CZRB_List<CZRB_DecimalNumber>,
+                    &CZRB_DecimalNumber::Compare)
 
-    // Empty list.
-    CZRB_DecimalNumberList();
-    // `count` copies of `value` (0 gives an empty list).
-    CZRB_DecimalNumberList(unsigned int count, const CZRB_DecimalNumber& value);
-    // Copies of items[0..count-1]; a count of 0 throws code 9.
-    CZRB_DecimalNumberList(CZRB_DecimalNumber* items, unsigned int count);
-    // Copies every item.
-    CZRB_DecimalNumberList(const CZRB_DecimalNumberList& other);
+public:
     // Copies every item of the base list.
-    CZRB_DecimalNumberList(const CZRB_List<CZRB_DecimalNumber>& other);
-    // Frees the nodes.
-    ~CZRB_DecimalNumberList() override;
-    // Copies every item; returns *this.
-    CZRB_DecimalNumberList& operator=(const CZRB_DecimalNumberList& other);
-    // Copies every item of the base list; returns *this.
-    CZRB_DecimalNumberList& operator=(const CZRB_List<CZRB_DecimalNumber>& other);
-    // Stable list sort with CZRB_DecimalNumber::Compare (non-zero `ascending`: smallest
-    // first); stops after a pass without exchange. Returns *this.
-    CZRB_DecimalNumberList& Sort(unsigned char ascending);
+    CZRB_DecimalNumberList(const CZRB_List<CZRB_DecimalNumber>& other)
+        : CZRB_List<CZRB_DecimalNumber>(other) {}
 };
 
 #endif

@@ -13,6 +13,7 @@
 #include "CZRB_String.h"
 #include "CZRB_Uint32Vector.h"
 #include "CZRB_Vector.h"
+#include "LZRB_NamedContainer.h"
 
 class CZRB_Buffer;
 class CZRB_IpAddress;
@@ -92,46 +93,14 @@ private:
 extern template class LZRB_API CZRB_Vector<CZRB_IpAddress>;
 extern template class LZRB_API CZRB_List<CZRB_IpAddress>;
 
+// Named vector of addresses (default elements: invalid addresses).
 class LZRB_API CZRB_IpAddressVector : public CZRB_Vector<CZRB_IpAddress> {
-public:
-    // Empty.
-    CZRB_IpAddressVector();
-    // n invalid addresses; n = 0 throws CZRB_Exception 9.
-    explicit CZRB_IpAddressVector(unsigned int n);
-    // n copies of `value`; n = 0 throws CZRB_Exception 9.
-    CZRB_IpAddressVector(unsigned int n, const CZRB_IpAddress& value);
-    // Copies of items[0..n-1]; n = 0 throws CZRB_Exception 9.
-    CZRB_IpAddressVector(CZRB_IpAddress* items, unsigned int n);
-    // Copies every element.
-    CZRB_IpAddressVector(const CZRB_IpAddressVector& other);
-    // Frees the elements.
-    ~CZRB_IpAddressVector() override;
-    // Assignment from a list, as the base does.
-    using CZRB_Vector<CZRB_IpAddress>::operator=;
-    // Copies every element; returns this vector.
-    CZRB_IpAddressVector& operator=(const CZRB_IpAddressVector& other);
-    // Copies every element of the base type; returns this vector.
-    CZRB_IpAddressVector& operator=(const CZRB_Vector<CZRB_IpAddress>& other);
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_IpAddressVector, CZRB_Vector<CZRB_IpAddress>, CZRB_IpAddress)
 };
 
+// Named list of addresses.
 class LZRB_API CZRB_IpAddressList : public CZRB_List<CZRB_IpAddress> {
-public:
-    // Empty.
-    CZRB_IpAddressList();
-    // n copies of `value`, cursor on the first; n = 0 gives an empty list.
-    CZRB_IpAddressList(unsigned int n, const CZRB_IpAddress& value);
-    // Copies of items[0..n-1], cursor on the first; n = 0 throws CZRB_Exception 9.
-    CZRB_IpAddressList(CZRB_IpAddress* items, unsigned int n);
-    // Copies every item.
-    CZRB_IpAddressList(const CZRB_IpAddressList& other);
-    // Frees the items.
-    ~CZRB_IpAddressList() override;
-    // Assignment from a vector, as the base does.
-    using CZRB_List<CZRB_IpAddress>::operator=;
-    // List assignment (an empty source leaves this list unchanged); returns this list.
-    CZRB_IpAddressList& operator=(const CZRB_IpAddressList& other);
-    // List assignment from the base type; returns this list.
-    CZRB_IpAddressList& operator=(const CZRB_List<CZRB_IpAddress>& other);
+    LZRB_NAMED_LIST_MEMBERS(CZRB_IpAddressList, CZRB_List<CZRB_IpAddress>, CZRB_IpAddress)
 };
 
 #endif

@@ -231,9 +231,20 @@ protected:
     unsigned int m_nLength;
 
 private:
+    // ForwardFunction or BackwardFunction: the direction of a walk.
+    using t_StepFunction = CNode* (CZRB_List::*)(CNode*) const;
+
     // Removes every link to a node about to be freed (only needed after the shipped
     // insertions left links that disagree).
     void UnlinkEverywhereFunction(CNode* node);
+    // The cursor's item before moving; then up to n steps by `step`, stopping at the last
+    // node in that direction. No cursor throws 5.
+    T& MoveCursorFunction(unsigned int n, t_StepFunction step);
+    // The number of nodes reachable from the cursor by `step` (0 without cursor).
+    unsigned int CountFromCursorFunction(t_StepFunction step) const;
+    // From the cursor (inclusive) by `step`, the first item equal to value becomes the
+    // cursor: 1; otherwise 0.
+    unsigned char FindFromCursorFunction(const T& value, t_StepFunction step);
 
     CNode* m_pOwned;
     unsigned char m_bLinksIrregular;
@@ -523,35 +534,29 @@ T& CZRB_List<T>::ToEnd() {
 }
 
 template <class T>
-T& CZRB_List<T>::NextFunction(unsigned int n) {
+T& CZRB_List<T>::MoveCursorFunction(unsigned int n, t_StepFunction step) {
     if (m_pCur == nullptr) {
         throw CZRB_Exception(5, this, 0);
     }
     T& result = m_pCur->item;
     for (unsigned int k = 0; k < n && k < m_nLength; ++k) {
-        CNode* following = ForwardFunction(m_pCur);
-        if (following == nullptr) {
+        CNode* neighbour = (this->*step)(m_pCur);
+        if (neighbour == nullptr) {
             break;
         }
-        m_pCur = following;
+        m_pCur = neighbour;
     }
     return result;
 }
 
 template <class T>
+T& CZRB_List<T>::NextFunction(unsigned int n) {
+    return MoveCursorFunction(n, &CZRB_List::ForwardFunction);
+}
+
+template <class T>
 T& CZRB_List<T>::PreviousFunction(unsigned int n) {
-    if (m_pCur == nullptr) {
-        throw CZRB_Exception(5, this, 0);
-    }
-    T& result = m_pCur->item;
-    for (unsigned int k = 0; k < n && k < m_nLength; ++k) {
-        CNode* preceding = BackwardFunction(m_pCur);
-        if (preceding == nullptr) {
-            break;
-        }
-        m_pCur = preceding;
-    }
-    return result;
+    return MoveCursorFunction(n, &CZRB_List::BackwardFunction);
 }
 
 template <class T>
@@ -601,29 +606,26 @@ T& CZRB_List<T>::operator[](unsigned int i) {
 }
 
 template <class T>
-unsigned int CZRB_List<T>::ItemsFromStart() const {
+unsigned int CZRB_List<T>::CountFromCursorFunction(t_StepFunction step) const {
     unsigned int count = 0;
     if (m_pCur == nullptr) {
         return 0;
     }
-    for (CNode* node = BackwardFunction(m_pCur); node != nullptr && count < m_nLength;
-         node = BackwardFunction(node)) {
+    for (CNode* node = (this->*step)(m_pCur); node != nullptr && count < m_nLength;
+         node = (this->*step)(node)) {
         ++count;
     }
     return count;
 }
 
 template <class T>
+unsigned int CZRB_List<T>::ItemsFromStart() const {
+    return CountFromCursorFunction(&CZRB_List::BackwardFunction);
+}
+
+template <class T>
 unsigned int CZRB_List<T>::ItemsToEnd() const {
-    unsigned int count = 0;
-    if (m_pCur == nullptr) {
-        return 0;
-    }
-    for (CNode* node = ForwardFunction(m_pCur); node != nullptr && count < m_nLength;
-         node = ForwardFunction(node)) {
-        ++count;
-    }
-    return count;
+    return CountFromCursorFunction(&CZRB_List::ForwardFunction);
 }
 
 // ---------------------------------------------------------------------------------------
@@ -1030,29 +1032,26 @@ CZRB_List<T>& CZRB_List<T>::DeleteAll() {
 // Searching, ordering
 
 template <class T>
-unsigned char CZRB_List<T>::FindToEnd(const T& value) {
+unsigned char CZRB_List<T>::FindFromCursorFunction(const T& value, t_StepFunction step) {
     CNode* node = m_pCur;
     for (unsigned int k = 0; k < m_nLength && node != nullptr; ++k) {
         if (node->item == value) {
             m_pCur = node;
             return 1;
         }
-        node = ForwardFunction(node);
+        node = (this->*step)(node);
     }
     return 0;
 }
 
 template <class T>
+unsigned char CZRB_List<T>::FindToEnd(const T& value) {
+    return FindFromCursorFunction(value, &CZRB_List::ForwardFunction);
+}
+
+template <class T>
 unsigned char CZRB_List<T>::FindToStart(const T& value) {
-    CNode* node = m_pCur;
-    for (unsigned int k = 0; k < m_nLength && node != nullptr; ++k) {
-        if (node->item == value) {
-            m_pCur = node;
-            return 1;
-        }
-        node = BackwardFunction(node);
-    }
-    return 0;
+    return FindFromCursorFunction(value, &CZRB_List::BackwardFunction);
 }
 
 template <class T>

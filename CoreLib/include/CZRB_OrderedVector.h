@@ -49,6 +49,9 @@ protected:
     // 1 when a > b, 0 when equal, -1 when a < b; a comparison with a NaN yields 0.
     static signed char Compare(const T& a, const T& b);
 
+    // The element chosen by Min (wantLarger false) or Max (true).
+    T& ExtremeFunction(bool wantLarger);
+
     template <class U>
     friend class CZRB_OrderedList;
 };
@@ -77,13 +80,14 @@ CZRB_OrderedVector<T>& CZRB_OrderedVector<T>::Sort(unsigned char ascending) {
 }
 
 template <class T>
-T& CZRB_OrderedVector<T>::Min() {
+T& CZRB_OrderedVector<T>::ExtremeFunction(bool wantLarger) {
     if (this->m_nLength == 0) {
         throw CZRB_Exception(5, this, 0);
     }
     unsigned int best = 0;
     for (unsigned int i = 1; i < this->m_nLength; ++i) {
-        if (this->m_pItems[i] < this->m_pItems[best]) {
+        const T& item = this->m_pItems[i];
+        if (wantLarger ? item > this->m_pItems[best] : item < this->m_pItems[best]) {
             best = i;
         }
     }
@@ -91,17 +95,13 @@ T& CZRB_OrderedVector<T>::Min() {
 }
 
 template <class T>
+T& CZRB_OrderedVector<T>::Min() {
+    return ExtremeFunction(false);
+}
+
+template <class T>
 T& CZRB_OrderedVector<T>::Max() {
-    if (this->m_nLength == 0) {
-        throw CZRB_Exception(5, this, 0);
-    }
-    unsigned int best = 0;
-    for (unsigned int i = 1; i < this->m_nLength; ++i) {
-        if (this->m_pItems[i] > this->m_pItems[best]) {
-            best = i;
-        }
-    }
-    return this->m_pItems[best];
+    return ExtremeFunction(true);
 }
 
 extern template class LZRB_API CZRB_OrderedVector<signed char>;

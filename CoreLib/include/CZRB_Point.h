@@ -9,6 +9,7 @@
 #include "CZRB_List.h"
 #include "CZRB_Object.h"
 #include "CZRB_Vector.h"
+#include "LZRB_NamedContainer.h"
 
 #include <type_traits>
 
@@ -61,6 +62,28 @@ inline const T& Max(const T& a, const T& b) {
 
 } // namespace GeometryArith
 } // namespace ZRB
+
+// The members the named geometry classes (CZRB_Int32Point, CZRB_DoubleSize, CZRB_Int32Rect,
+// ...) share over their base Template<Type>: its value constructors, construction (zero, copy,
+// from the template type), copy assignment through DataCopy and the destructor, which the
+// library source defines.
+#define LZRB_NAMED_GEOMETRY_MEMBERS(Name, Template, Type)                                          \
+public:                                                                                            \
+    /* The template's value constructors (coordinates, extent, edges or corners). */               \
+    using Template<Type>::Template;                                                                \
+    /* Every value 0. */                                                                           \
+    Name() {}                                                                                      \
+    /* Copies every value. */                                                                      \
+    Name(const Name& other) : Template<Type>(other) {}                                             \
+    /* Copies every value of an object of the template type. */                                    \
+    Name(const Template<Type>& other) : Template<Type>(other) {}                                   \
+    /* Copies every value and returns this object. */                                              \
+    Name& operator=(const Name& other) {                                                           \
+        DataCopy(other);                                                                           \
+        return *this;                                                                              \
+    }                                                                                              \
+    /* Nothing to free. */                                                                         \
+    ~Name() override;
 
 template <class T>
 class CZRB_Point : public CZRB_Object {
@@ -144,41 +167,11 @@ extern template class LZRB_API CZRB_Point<int>;
 extern template class LZRB_API CZRB_Point<double>;
 
 class LZRB_API CZRB_Int32Point : public CZRB_Point<int> {
-public:
-    // The origin (0, 0).
-    CZRB_Int32Point() {}
-    // The point (x, y).
-    CZRB_Int32Point(int x, int y) : CZRB_Point<int>(x, y) {}
-    // Copies both coordinates.
-    CZRB_Int32Point(const CZRB_Int32Point& other) : CZRB_Point<int>(other) {}
-    // Copies both coordinates of a point of the template type.
-    CZRB_Int32Point(const CZRB_Point<int>& other) : CZRB_Point<int>(other) {}
-    // Copies both coordinates and returns this point.
-    CZRB_Int32Point& operator=(const CZRB_Int32Point& other) {
-        DataCopy(other);
-        return *this;
-    }
-    // Nothing to free.
-    ~CZRB_Int32Point() override;
+    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_Int32Point, CZRB_Point, int)
 };
 
 class LZRB_API CZRB_DoublePoint : public CZRB_Point<double> {
-public:
-    // The origin (0, 0).
-    CZRB_DoublePoint() {}
-    // The point (x, y).
-    CZRB_DoublePoint(double x, double y) : CZRB_Point<double>(x, y) {}
-    // Copies both coordinates.
-    CZRB_DoublePoint(const CZRB_DoublePoint& other) : CZRB_Point<double>(other) {}
-    // Copies both coordinates of a point of the template type.
-    CZRB_DoublePoint(const CZRB_Point<double>& other) : CZRB_Point<double>(other) {}
-    // Copies both coordinates and returns this point.
-    CZRB_DoublePoint& operator=(const CZRB_DoublePoint& other) {
-        DataCopy(other);
-        return *this;
-    }
-    // Nothing to free.
-    ~CZRB_DoublePoint() override;
+    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_DoublePoint, CZRB_Point, double)
 };
 
 extern template class LZRB_API CZRB_Vector<CZRB_Int32Point>;
@@ -186,125 +179,25 @@ extern template class LZRB_API CZRB_List<CZRB_Int32Point>;
 extern template class LZRB_API CZRB_Vector<CZRB_DoublePoint>;
 extern template class LZRB_API CZRB_List<CZRB_DoublePoint>;
 
-// A vector of CZRB_Int32Point.
+// A vector of CZRB_Int32Point (default elements: the origin).
 class LZRB_API CZRB_Int32PointVector : public CZRB_Vector<CZRB_Int32Point> {
-public:
-    // Empty vector.
-    CZRB_Int32PointVector() {}
-    // n origin points; throws 9 when n is 0.
-    explicit CZRB_Int32PointVector(unsigned int n) : CZRB_Vector<CZRB_Int32Point>(n) {}
-    // n copies of value; throws 9 when n is 0.
-    CZRB_Int32PointVector(unsigned int n, const CZRB_Int32Point& value)
-        : CZRB_Vector<CZRB_Int32Point>(n, value) {}
-    // A copy of items[0..n-1]; throws 9 when n is 0.
-    CZRB_Int32PointVector(CZRB_Int32Point* items, unsigned int n)
-        : CZRB_Vector<CZRB_Int32Point>(items, n) {}
-    // Copy of src.
-    CZRB_Int32PointVector(const CZRB_Int32PointVector& src) : CZRB_Vector<CZRB_Int32Point>(src) {}
-    // Frees the elements.
-    ~CZRB_Int32PointVector() override;
-    // Assignment from a list, as the base does.
-    using CZRB_Vector<CZRB_Int32Point>::operator=;
-    // Copy of src through the base's copy.
-    CZRB_Int32PointVector& operator=(const CZRB_Int32PointVector& src) {
-        CZRB_Vector<CZRB_Int32Point>::operator=(src);
-        return *this;
-    }
-    // Copy of the base vector src through the base's copy.
-    CZRB_Int32PointVector& operator=(const CZRB_Vector<CZRB_Int32Point>& src) {
-        CZRB_Vector<CZRB_Int32Point>::operator=(src);
-        return *this;
-    }
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Int32PointVector, CZRB_Vector<CZRB_Int32Point>, CZRB_Int32Point)
 };
 
 // A list of CZRB_Int32Point.
 class LZRB_API CZRB_Int32PointList : public CZRB_List<CZRB_Int32Point> {
-public:
-    // Empty list.
-    CZRB_Int32PointList() {}
-    // n items holding value, cursor on the first; n = 0 gives an empty list.
-    CZRB_Int32PointList(unsigned int n, const CZRB_Int32Point& value)
-        : CZRB_List<CZRB_Int32Point>(n, value) {}
-    // items[0..n-1], cursor on the first; throws 9 when n is 0.
-    CZRB_Int32PointList(CZRB_Int32Point* items, unsigned int n)
-        : CZRB_List<CZRB_Int32Point>(items, n) {}
-    // Copy of src.
-    CZRB_Int32PointList(const CZRB_Int32PointList& src) : CZRB_List<CZRB_Int32Point>(src) {}
-    // Frees every node.
-    ~CZRB_Int32PointList() override;
-    // Assignment from a vector, as the base does.
-    using CZRB_List<CZRB_Int32Point>::operator=;
-    // Copy of src through the base's copy (an empty src changes nothing).
-    CZRB_Int32PointList& operator=(const CZRB_Int32PointList& src) {
-        CZRB_List<CZRB_Int32Point>::operator=(src);
-        return *this;
-    }
-    // Copy of the base list src through the base's copy (an empty src changes nothing).
-    CZRB_Int32PointList& operator=(const CZRB_List<CZRB_Int32Point>& src) {
-        CZRB_List<CZRB_Int32Point>::operator=(src);
-        return *this;
-    }
+    LZRB_NAMED_LIST_MEMBERS(CZRB_Int32PointList, CZRB_List<CZRB_Int32Point>, CZRB_Int32Point)
 };
 
-// A vector of CZRB_DoublePoint.
+// A vector of CZRB_DoublePoint (default elements: the origin).
 class LZRB_API CZRB_DoublePointVector : public CZRB_Vector<CZRB_DoublePoint> {
-public:
-    // Empty vector.
-    CZRB_DoublePointVector() {}
-    // n origin points; throws 9 when n is 0.
-    explicit CZRB_DoublePointVector(unsigned int n) : CZRB_Vector<CZRB_DoublePoint>(n) {}
-    // n copies of value; throws 9 when n is 0.
-    CZRB_DoublePointVector(unsigned int n, const CZRB_DoublePoint& value)
-        : CZRB_Vector<CZRB_DoublePoint>(n, value) {}
-    // A copy of items[0..n-1]; throws 9 when n is 0.
-    CZRB_DoublePointVector(CZRB_DoublePoint* items, unsigned int n)
-        : CZRB_Vector<CZRB_DoublePoint>(items, n) {}
-    // Copy of src.
-    CZRB_DoublePointVector(const CZRB_DoublePointVector& src)
-        : CZRB_Vector<CZRB_DoublePoint>(src) {}
-    // Frees the elements.
-    ~CZRB_DoublePointVector() override;
-    // Assignment from a list, as the base does.
-    using CZRB_Vector<CZRB_DoublePoint>::operator=;
-    // Copy of src through the base's copy.
-    CZRB_DoublePointVector& operator=(const CZRB_DoublePointVector& src) {
-        CZRB_Vector<CZRB_DoublePoint>::operator=(src);
-        return *this;
-    }
-    // Copy of the base vector src through the base's copy.
-    CZRB_DoublePointVector& operator=(const CZRB_Vector<CZRB_DoublePoint>& src) {
-        CZRB_Vector<CZRB_DoublePoint>::operator=(src);
-        return *this;
-    }
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_DoublePointVector, CZRB_Vector<CZRB_DoublePoint>,
+                              CZRB_DoublePoint)
 };
 
 // A list of CZRB_DoublePoint.
 class LZRB_API CZRB_DoublePointList : public CZRB_List<CZRB_DoublePoint> {
-public:
-    // Empty list.
-    CZRB_DoublePointList() {}
-    // n items holding value, cursor on the first; n = 0 gives an empty list.
-    CZRB_DoublePointList(unsigned int n, const CZRB_DoublePoint& value)
-        : CZRB_List<CZRB_DoublePoint>(n, value) {}
-    // items[0..n-1], cursor on the first; throws 9 when n is 0.
-    CZRB_DoublePointList(CZRB_DoublePoint* items, unsigned int n)
-        : CZRB_List<CZRB_DoublePoint>(items, n) {}
-    // Copy of src.
-    CZRB_DoublePointList(const CZRB_DoublePointList& src) : CZRB_List<CZRB_DoublePoint>(src) {}
-    // Frees every node.
-    ~CZRB_DoublePointList() override;
-    // Assignment from a vector, as the base does.
-    using CZRB_List<CZRB_DoublePoint>::operator=;
-    // Copy of src through the base's copy (an empty src changes nothing).
-    CZRB_DoublePointList& operator=(const CZRB_DoublePointList& src) {
-        CZRB_List<CZRB_DoublePoint>::operator=(src);
-        return *this;
-    }
-    // Copy of the base list src through the base's copy (an empty src changes nothing).
-    CZRB_DoublePointList& operator=(const CZRB_List<CZRB_DoublePoint>& src) {
-        CZRB_List<CZRB_DoublePoint>::operator=(src);
-        return *this;
-    }
+    LZRB_NAMED_LIST_MEMBERS(CZRB_DoublePointList, CZRB_List<CZRB_DoublePoint>, CZRB_DoublePoint)
 };
 
 #endif

@@ -273,55 +273,11 @@ extern template class LZRB_API CZRB_Rect<int>;
 extern template class LZRB_API CZRB_Rect<double>;
 
 class LZRB_API CZRB_Int32Rect : public CZRB_Rect<int> {
-public:
-    // The all-zero rectangle.
-    CZRB_Int32Rect() {}
-    // The rectangle with the given edges.
-    CZRB_Int32Rect(int left, int top, int right, int bottom)
-        : CZRB_Rect<int>(left, top, right, bottom) {}
-    // Copies the four edges.
-    CZRB_Int32Rect(const CZRB_Int32Rect& other) : CZRB_Rect<int>(other) {}
-    // Copies the four edges of a rectangle of the template type.
-    CZRB_Int32Rect(const CZRB_Rect<int>& other) : CZRB_Rect<int>(other) {}
-    // The rectangle from its top-left to its bottom-right corner.
-    CZRB_Int32Rect(const CZRB_Point<int>& topLeft, const CZRB_Point<int>& bottomRight)
-        : CZRB_Rect<int>(topLeft, bottomRight) {}
-    // The rectangle at topLeft with the given size.
-    CZRB_Int32Rect(const CZRB_Point<int>& topLeft, const CZRB_Size<int>& size)
-        : CZRB_Rect<int>(topLeft, size) {}
-    // Copies the four edges and returns this rectangle.
-    CZRB_Int32Rect& operator=(const CZRB_Int32Rect& other) {
-        DataCopy(other);
-        return *this;
-    }
-    // Nothing to free.
-    ~CZRB_Int32Rect() override;
+    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_Int32Rect, CZRB_Rect, int)
 };
 
 class LZRB_API CZRB_DoubleRect : public CZRB_Rect<double> {
-public:
-    // The all-zero rectangle.
-    CZRB_DoubleRect() {}
-    // The rectangle with the given edges.
-    CZRB_DoubleRect(double left, double top, double right, double bottom)
-        : CZRB_Rect<double>(left, top, right, bottom) {}
-    // Copies the four edges.
-    CZRB_DoubleRect(const CZRB_DoubleRect& other) : CZRB_Rect<double>(other) {}
-    // Copies the four edges of a rectangle of the template type.
-    CZRB_DoubleRect(const CZRB_Rect<double>& other) : CZRB_Rect<double>(other) {}
-    // The rectangle from its top-left to its bottom-right corner.
-    CZRB_DoubleRect(const CZRB_Point<double>& topLeft, const CZRB_Point<double>& bottomRight)
-        : CZRB_Rect<double>(topLeft, bottomRight) {}
-    // The rectangle at topLeft with the given size.
-    CZRB_DoubleRect(const CZRB_Point<double>& topLeft, const CZRB_Size<double>& size)
-        : CZRB_Rect<double>(topLeft, size) {}
-    // Copies the four edges and returns this rectangle.
-    CZRB_DoubleRect& operator=(const CZRB_DoubleRect& other) {
-        DataCopy(other);
-        return *this;
-    }
-    // Nothing to free.
-    ~CZRB_DoubleRect() override;
+    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_DoubleRect, CZRB_Rect, double)
 };
 
 extern template class LZRB_API CZRB_Vector<CZRB_Int32Rect>;
@@ -329,124 +285,24 @@ extern template class LZRB_API CZRB_List<CZRB_Int32Rect>;
 extern template class LZRB_API CZRB_Vector<CZRB_DoubleRect>;
 extern template class LZRB_API CZRB_List<CZRB_DoubleRect>;
 
-// A vector of CZRB_Int32Rect.
+// A vector of CZRB_Int32Rect (default elements: all-zero rectangles).
 class LZRB_API CZRB_Int32RectVector : public CZRB_Vector<CZRB_Int32Rect> {
-public:
-    // Empty vector.
-    CZRB_Int32RectVector() {}
-    // n all-zero rectangles; throws 9 when n is 0.
-    explicit CZRB_Int32RectVector(unsigned int n) : CZRB_Vector<CZRB_Int32Rect>(n) {}
-    // n copies of value; throws 9 when n is 0.
-    CZRB_Int32RectVector(unsigned int n, const CZRB_Int32Rect& value)
-        : CZRB_Vector<CZRB_Int32Rect>(n, value) {}
-    // A copy of items[0..n-1]; throws 9 when n is 0.
-    CZRB_Int32RectVector(CZRB_Int32Rect* items, unsigned int n)
-        : CZRB_Vector<CZRB_Int32Rect>(items, n) {}
-    // Copy of src.
-    CZRB_Int32RectVector(const CZRB_Int32RectVector& src) : CZRB_Vector<CZRB_Int32Rect>(src) {}
-    // Frees the elements.
-    ~CZRB_Int32RectVector() override;
-    // Assignment from a list, as the base does.
-    using CZRB_Vector<CZRB_Int32Rect>::operator=;
-    // Copy of src through the base's copy.
-    CZRB_Int32RectVector& operator=(const CZRB_Int32RectVector& src) {
-        CZRB_Vector<CZRB_Int32Rect>::operator=(src);
-        return *this;
-    }
-    // Copy of the base vector src through the base's copy.
-    CZRB_Int32RectVector& operator=(const CZRB_Vector<CZRB_Int32Rect>& src) {
-        CZRB_Vector<CZRB_Int32Rect>::operator=(src);
-        return *this;
-    }
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Int32RectVector, CZRB_Vector<CZRB_Int32Rect>, CZRB_Int32Rect)
 };
 
 // A list of CZRB_Int32Rect.
 class LZRB_API CZRB_Int32RectList : public CZRB_List<CZRB_Int32Rect> {
-public:
-    // Empty list.
-    CZRB_Int32RectList() {}
-    // n items holding value, cursor on the first; n = 0 gives an empty list.
-    CZRB_Int32RectList(unsigned int n, const CZRB_Int32Rect& value)
-        : CZRB_List<CZRB_Int32Rect>(n, value) {}
-    // items[0..n-1], cursor on the first; throws 9 when n is 0.
-    CZRB_Int32RectList(CZRB_Int32Rect* items, unsigned int n)
-        : CZRB_List<CZRB_Int32Rect>(items, n) {}
-    // Copy of src.
-    CZRB_Int32RectList(const CZRB_Int32RectList& src) : CZRB_List<CZRB_Int32Rect>(src) {}
-    // Frees every node.
-    ~CZRB_Int32RectList() override;
-    // Assignment from a vector, as the base does.
-    using CZRB_List<CZRB_Int32Rect>::operator=;
-    // Copy of src through the base's copy (an empty src changes nothing).
-    CZRB_Int32RectList& operator=(const CZRB_Int32RectList& src) {
-        CZRB_List<CZRB_Int32Rect>::operator=(src);
-        return *this;
-    }
-    // Copy of the base list src through the base's copy (an empty src changes nothing).
-    CZRB_Int32RectList& operator=(const CZRB_List<CZRB_Int32Rect>& src) {
-        CZRB_List<CZRB_Int32Rect>::operator=(src);
-        return *this;
-    }
+    LZRB_NAMED_LIST_MEMBERS(CZRB_Int32RectList, CZRB_List<CZRB_Int32Rect>, CZRB_Int32Rect)
 };
 
-// A vector of CZRB_DoubleRect.
+// A vector of CZRB_DoubleRect (default elements: all-zero rectangles).
 class LZRB_API CZRB_DoubleRectVector : public CZRB_Vector<CZRB_DoubleRect> {
-public:
-    // Empty vector.
-    CZRB_DoubleRectVector() {}
-    // n all-zero rectangles; throws 9 when n is 0.
-    explicit CZRB_DoubleRectVector(unsigned int n) : CZRB_Vector<CZRB_DoubleRect>(n) {}
-    // n copies of value; throws 9 when n is 0.
-    CZRB_DoubleRectVector(unsigned int n, const CZRB_DoubleRect& value)
-        : CZRB_Vector<CZRB_DoubleRect>(n, value) {}
-    // A copy of items[0..n-1]; throws 9 when n is 0.
-    CZRB_DoubleRectVector(CZRB_DoubleRect* items, unsigned int n)
-        : CZRB_Vector<CZRB_DoubleRect>(items, n) {}
-    // Copy of src.
-    CZRB_DoubleRectVector(const CZRB_DoubleRectVector& src) : CZRB_Vector<CZRB_DoubleRect>(src) {}
-    // Frees the elements.
-    ~CZRB_DoubleRectVector() override;
-    // Assignment from a list, as the base does.
-    using CZRB_Vector<CZRB_DoubleRect>::operator=;
-    // Copy of src through the base's copy.
-    CZRB_DoubleRectVector& operator=(const CZRB_DoubleRectVector& src) {
-        CZRB_Vector<CZRB_DoubleRect>::operator=(src);
-        return *this;
-    }
-    // Copy of the base vector src through the base's copy.
-    CZRB_DoubleRectVector& operator=(const CZRB_Vector<CZRB_DoubleRect>& src) {
-        CZRB_Vector<CZRB_DoubleRect>::operator=(src);
-        return *this;
-    }
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_DoubleRectVector, CZRB_Vector<CZRB_DoubleRect>, CZRB_DoubleRect)
 };
 
 // A list of CZRB_DoubleRect.
 class LZRB_API CZRB_DoubleRectList : public CZRB_List<CZRB_DoubleRect> {
-public:
-    // Empty list.
-    CZRB_DoubleRectList() {}
-    // n items holding value, cursor on the first; n = 0 gives an empty list.
-    CZRB_DoubleRectList(unsigned int n, const CZRB_DoubleRect& value)
-        : CZRB_List<CZRB_DoubleRect>(n, value) {}
-    // items[0..n-1], cursor on the first; throws 9 when n is 0.
-    CZRB_DoubleRectList(CZRB_DoubleRect* items, unsigned int n)
-        : CZRB_List<CZRB_DoubleRect>(items, n) {}
-    // Copy of src.
-    CZRB_DoubleRectList(const CZRB_DoubleRectList& src) : CZRB_List<CZRB_DoubleRect>(src) {}
-    // Frees every node.
-    ~CZRB_DoubleRectList() override;
-    // Assignment from a vector, as the base does.
-    using CZRB_List<CZRB_DoubleRect>::operator=;
-    // Copy of src through the base's copy (an empty src changes nothing).
-    CZRB_DoubleRectList& operator=(const CZRB_DoubleRectList& src) {
-        CZRB_List<CZRB_DoubleRect>::operator=(src);
-        return *this;
-    }
-    // Copy of the base list src through the base's copy (an empty src changes nothing).
-    CZRB_DoubleRectList& operator=(const CZRB_List<CZRB_DoubleRect>& src) {
-        CZRB_List<CZRB_DoubleRect>::operator=(src);
-        return *this;
-    }
+    LZRB_NAMED_LIST_MEMBERS(CZRB_DoubleRectList, CZRB_List<CZRB_DoubleRect>, CZRB_DoubleRect)
 };
 
 #endif

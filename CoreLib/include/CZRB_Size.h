@@ -88,104 +88,24 @@ extern template class LZRB_API CZRB_Size<int>;
 extern template class LZRB_API CZRB_Size<double>;
 
 class LZRB_API CZRB_Int32Size : public CZRB_Size<int> {
-public:
-    // The empty extent (0, 0).
-    CZRB_Int32Size() {}
-    // The extent (width, height).
-    CZRB_Int32Size(int width, int height) : CZRB_Size<int>(width, height) {}
-    // Copies both values.
-    CZRB_Int32Size(const CZRB_Int32Size& other) : CZRB_Size<int>(other) {}
-    // Copies both values of a size of the template type.
-    CZRB_Int32Size(const CZRB_Size<int>& other) : CZRB_Size<int>(other) {}
-    // Copies both values and returns this size.
-    CZRB_Int32Size& operator=(const CZRB_Int32Size& other) {
-        DataCopy(other);
-        return *this;
-    }
-    // Nothing to free.
-    ~CZRB_Int32Size() override;
+    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_Int32Size, CZRB_Size, int)
 };
 
 class LZRB_API CZRB_DoubleSize : public CZRB_Size<double> {
-public:
-    // The empty extent (0, 0).
-    CZRB_DoubleSize() {}
-    // The extent (width, height).
-    CZRB_DoubleSize(double width, double height) : CZRB_Size<double>(width, height) {}
-    // Copies both values.
-    CZRB_DoubleSize(const CZRB_DoubleSize& other) : CZRB_Size<double>(other) {}
-    // Copies both values of a size of the template type.
-    CZRB_DoubleSize(const CZRB_Size<double>& other) : CZRB_Size<double>(other) {}
-    // Copies both values and returns this size.
-    CZRB_DoubleSize& operator=(const CZRB_DoubleSize& other) {
-        DataCopy(other);
-        return *this;
-    }
-    // Nothing to free.
-    ~CZRB_DoubleSize() override;
+    LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_DoubleSize, CZRB_Size, double)
 };
 
 extern template class LZRB_API CZRB_Vector<CZRB_Int32Size>;
 extern template class LZRB_API CZRB_List<CZRB_Int32Size>;
 
-// A vector of CZRB_Int32Size.
+// A vector of CZRB_Int32Size (default elements: empty sizes).
 class LZRB_API CZRB_Int32SizeVector : public CZRB_Vector<CZRB_Int32Size> {
-public:
-    // Empty vector.
-    CZRB_Int32SizeVector() {}
-    // n empty sizes; throws 9 when n is 0.
-    explicit CZRB_Int32SizeVector(unsigned int n) : CZRB_Vector<CZRB_Int32Size>(n) {}
-    // n copies of value; throws 9 when n is 0.
-    CZRB_Int32SizeVector(unsigned int n, const CZRB_Int32Size& value)
-        : CZRB_Vector<CZRB_Int32Size>(n, value) {}
-    // A copy of items[0..n-1]; throws 9 when n is 0.
-    CZRB_Int32SizeVector(CZRB_Int32Size* items, unsigned int n)
-        : CZRB_Vector<CZRB_Int32Size>(items, n) {}
-    // Copy of src.
-    CZRB_Int32SizeVector(const CZRB_Int32SizeVector& src) : CZRB_Vector<CZRB_Int32Size>(src) {}
-    // Frees the elements.
-    ~CZRB_Int32SizeVector() override;
-    // Assignment from a list, as the base does.
-    using CZRB_Vector<CZRB_Int32Size>::operator=;
-    // Copy of src through the base's copy.
-    CZRB_Int32SizeVector& operator=(const CZRB_Int32SizeVector& src) {
-        CZRB_Vector<CZRB_Int32Size>::operator=(src);
-        return *this;
-    }
-    // Copy of the base vector src through the base's copy.
-    CZRB_Int32SizeVector& operator=(const CZRB_Vector<CZRB_Int32Size>& src) {
-        CZRB_Vector<CZRB_Int32Size>::operator=(src);
-        return *this;
-    }
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_Int32SizeVector, CZRB_Vector<CZRB_Int32Size>, CZRB_Int32Size)
 };
 
 // A list of CZRB_Int32Size.
 class LZRB_API CZRB_Int32SizeList : public CZRB_List<CZRB_Int32Size> {
-public:
-    // Empty list.
-    CZRB_Int32SizeList() {}
-    // n items holding value, cursor on the first; n = 0 gives an empty list.
-    CZRB_Int32SizeList(unsigned int n, const CZRB_Int32Size& value)
-        : CZRB_List<CZRB_Int32Size>(n, value) {}
-    // items[0..n-1], cursor on the first; throws 9 when n is 0.
-    CZRB_Int32SizeList(CZRB_Int32Size* items, unsigned int n)
-        : CZRB_List<CZRB_Int32Size>(items, n) {}
-    // Copy of src.
-    CZRB_Int32SizeList(const CZRB_Int32SizeList& src) : CZRB_List<CZRB_Int32Size>(src) {}
-    // Frees every node.
-    ~CZRB_Int32SizeList() override;
-    // Assignment from a vector, as the base does.
-    using CZRB_List<CZRB_Int32Size>::operator=;
-    // Copy of src through the base's copy (an empty src changes nothing).
-    CZRB_Int32SizeList& operator=(const CZRB_Int32SizeList& src) {
-        CZRB_List<CZRB_Int32Size>::operator=(src);
-        return *this;
-    }
-    // Copy of the base list src through the base's copy (an empty src changes nothing).
-    CZRB_Int32SizeList& operator=(const CZRB_List<CZRB_Int32Size>& src) {
-        CZRB_List<CZRB_Int32Size>::operator=(src);
-        return *this;
-    }
+    LZRB_NAMED_LIST_MEMBERS(CZRB_Int32SizeList, CZRB_List<CZRB_Int32Size>, CZRB_Int32Size)
 };
 
 #endif

@@ -13,6 +13,7 @@
 #include "CZRB_List.h"
 #include "CZRB_Object.h"
 #include "CZRB_Vector.h"
+#include "LZRB_NamedContainer.h"
 
 class CZRB_StringVector;
 class CZRB_StringList;
@@ -290,27 +291,11 @@ LZRB_API CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_String& s);
 extern template class LZRB_API CZRB_Vector<CZRB_String>;
 extern template class LZRB_API CZRB_List<CZRB_String>;
 
-// A vector of strings.
+// A vector of strings (default elements: empty strings).
 class LZRB_API CZRB_StringVector : public CZRB_Vector<CZRB_String> {
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_StringVector, CZRB_Vector<CZRB_String>, CZRB_String)
+
 public:
-    // Empty vector.
-    CZRB_StringVector();
-    // n empty strings; throws 9 when n is 0.
-    explicit CZRB_StringVector(unsigned int n);
-    // n copies of value; throws 9 when n is 0.
-    CZRB_StringVector(unsigned int n, const CZRB_String& value);
-    // A copy of items[0..n-1]; throws 9 when n is 0.
-    CZRB_StringVector(CZRB_String* items, unsigned int n);
-    // Copy of src.
-    CZRB_StringVector(const CZRB_StringVector& src);
-    // Frees the strings.
-    virtual ~CZRB_StringVector();
-    // Assignment from a list, as the base does.
-    using CZRB_Vector<CZRB_String>::operator=;
-    // Copy of src through the base's copy.
-    CZRB_StringVector& operator=(const CZRB_StringVector& src);
-    // Copy of the base vector src through the base's copy.
-    CZRB_StringVector& operator=(const CZRB_Vector<CZRB_String>& src);
     // Sorts by CompareMatchingCase (matchCase non-zero) or CompareNoMatchingCase (0);
     // ascending non-zero puts the smallest first. An empty vector throws 2.
     CZRB_StringVector& Sort(unsigned char ascending, unsigned char matchCase);
@@ -318,23 +303,9 @@ public:
 
 // A list of strings.
 class LZRB_API CZRB_StringList : public CZRB_List<CZRB_String> {
+    LZRB_NAMED_LIST_MEMBERS(CZRB_StringList, CZRB_List<CZRB_String>, CZRB_String)
+
 public:
-    // Empty list.
-    CZRB_StringList();
-    // n items holding value, cursor on the first; n = 0 gives an empty list.
-    CZRB_StringList(unsigned int n, const CZRB_String& value);
-    // items[0..n-1], cursor on the first; throws 9 when n is 0.
-    CZRB_StringList(CZRB_String* items, unsigned int n);
-    // Copy of src (cursor on the head).
-    CZRB_StringList(const CZRB_StringList& src);
-    // Frees every node.
-    virtual ~CZRB_StringList();
-    // Assignment from a vector, as the base does.
-    using CZRB_List<CZRB_String>::operator=;
-    // Copy of src through the base's copy (an empty src changes nothing).
-    CZRB_StringList& operator=(const CZRB_StringList& src);
-    // Copy of the base list src through the base's copy (an empty src changes nothing).
-    CZRB_StringList& operator=(const CZRB_List<CZRB_String>& src);
     // Stable sort by CompareMatchingCase (matchCase non-zero) or CompareNoMatchingCase (0);
     // ascending non-zero puts the smallest first. The cursor stays on its node.
     CZRB_StringList& Sort(unsigned char ascending, unsigned char matchCase);

@@ -12,6 +12,7 @@
 #include "CZRB_Object.h"
 #include "CZRB_String.h"
 #include "CZRB_Vector.h"
+#include "LZRB_NamedContainer.h"
 
 class CZRB_Time;
 
@@ -122,56 +123,17 @@ private:
 extern template class LZRB_API CZRB_Vector<CZRB_Time>;
 extern template class LZRB_API CZRB_List<CZRB_Time>;
 
-// A vector of times (CZRB_Vector<CZRB_Time>) sortable by CZRB_Time::SortCompare.
+// A vector of times (default elements: null times) sorted by CZRB_Time::SortCompare (non-zero
+// ascending: the earliest first).
 class LZRB_API CZRB_TimeVector : public CZRB_Vector<CZRB_Time> {
-public:
-    // The base's assignments stay available (also the one from a list).
-    using CZRB_Vector<CZRB_Time>::operator=;
-
-    // Empty.
-    CZRB_TimeVector();
-    // n null times; n = 0 throws 9.
-    explicit CZRB_TimeVector(unsigned int n);
-    // n copies of value; n = 0 throws 9.
-    CZRB_TimeVector(unsigned int n, const CZRB_Time& value);
-    // Copies of items[0 .. n-1]; n = 0 throws 9.
-    CZRB_TimeVector(CZRB_Time* items, unsigned int n);
-    // Copy of other.
-    CZRB_TimeVector(const CZRB_TimeVector& other);
-    // Frees the elements.
-    ~CZRB_TimeVector() override;
-    // The base's copy; returns this vector.
-    CZRB_TimeVector& operator=(const CZRB_TimeVector& other);
-    // The base's copy; returns this vector.
-    CZRB_TimeVector& operator=(const CZRB_Vector<CZRB_Time>& other);
-    // The vector sort with CZRB_Time::SortCompare: non-zero ascending puts the earliest first,
-    // zero the latest first. An empty vector throws 2.
-    CZRB_TimeVector& Sort(unsigned char ascending);
+    LZRB_NAMED_VECTOR_MEMBERS(CZRB_TimeVector, CZRB_Vector<CZRB_Time>, CZRB_Time)
+    LZRB_NAMED_SORT(CZRB_TimeVector, CZRB_Vector<CZRB_Time>, CZRB_Time::SortCompare)
 };
 
-// A list of times (CZRB_List<CZRB_Time>) sortable by CZRB_Time::SortCompare.
+// A list of times sorted by CZRB_Time::SortCompare (non-zero ascending: the earliest first).
 class LZRB_API CZRB_TimeList : public CZRB_List<CZRB_Time> {
-public:
-    // The base's assignments stay available (also the one from a vector).
-    using CZRB_List<CZRB_Time>::operator=;
-
-    // Empty.
-    CZRB_TimeList();
-    // n copies of value, cursor on the first; n = 0 gives an empty list.
-    CZRB_TimeList(unsigned int n, const CZRB_Time& value);
-    // Copies of items[0 .. n-1], cursor on the first; n = 0 throws 9.
-    CZRB_TimeList(CZRB_Time* items, unsigned int n);
-    // Copy of other.
-    CZRB_TimeList(const CZRB_TimeList& other);
-    // Frees the nodes.
-    ~CZRB_TimeList() override;
-    // The base's copy (an empty source leaves this list unchanged); returns this list.
-    CZRB_TimeList& operator=(const CZRB_TimeList& other);
-    // The base's copy (an empty source leaves this list unchanged); returns this list.
-    CZRB_TimeList& operator=(const CZRB_List<CZRB_Time>& other);
-    // The stable list sort with CZRB_Time::SortCompare: non-zero ascending puts the earliest
-    // first, zero the latest first.
-    CZRB_TimeList& Sort(unsigned char ascending);
+    LZRB_NAMED_LIST_MEMBERS(CZRB_TimeList, CZRB_List<CZRB_Time>, CZRB_Time)
+    LZRB_NAMED_SORT(CZRB_TimeList, CZRB_List<CZRB_Time>, CZRB_Time::SortCompare)
 };
 
 #endif

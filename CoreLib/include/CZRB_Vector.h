@@ -192,6 +192,8 @@ protected:
     // Grows to `end` when grow is set and end is beyond the size; then throws 2 when end is
     // beyond the size.
     void PrepareDestinationFunction(unsigned __int64 end, unsigned char grow);
+    // The first steps of every InsertItems: grows by n when grow is set, then DownShift.
+    void OpenGapFunction(unsigned int at, unsigned int n, unsigned char grow);
 
     T* m_pItems;
     unsigned int m_nLength;
@@ -566,22 +568,24 @@ void CZRB_Vector<T>::UpShift(unsigned int at, unsigned int n) {
 }
 
 template <class T>
-CZRB_Vector<T>& CZRB_Vector<T>::InsertItems(unsigned int at, CZRB_Vector& src, unsigned int n,
-                                            unsigned int from, unsigned char grow) {
+void CZRB_Vector<T>::OpenGapFunction(unsigned int at, unsigned int n, unsigned char grow) {
     if (grow != 0) {
         Recreate(m_nLength + n, 0);
     }
     DownShift(at, n);
+}
+
+template <class T>
+CZRB_Vector<T>& CZRB_Vector<T>::InsertItems(unsigned int at, CZRB_Vector& src, unsigned int n,
+                                            unsigned int from, unsigned char grow) {
+    OpenGapFunction(at, n, grow);
     return CopyItemsFrom(at, src, from, n, 1);
 }
 
 template <class T>
 CZRB_Vector<T>& CZRB_Vector<T>::InsertItems(unsigned int at, T* src, unsigned int n,
                                             unsigned int from, unsigned char grow) {
-    if (grow != 0) {
-        Recreate(m_nLength + n, 0);
-    }
-    DownShift(at, n);
+    OpenGapFunction(at, n, grow);
     return CopyItemsFrom(at, src, from, n, 1);
 }
 
@@ -589,10 +593,7 @@ template <class T>
 CZRB_Vector<T>& CZRB_Vector<T>::InsertItems(unsigned int at, const T& value, unsigned int n,
                                             unsigned char grow) {
     const T copy(value); // value may be one of the elements about to move
-    if (grow != 0) {
-        Recreate(m_nLength + n, 0);
-    }
-    DownShift(at, n);
+    OpenGapFunction(at, n, grow);
     for (unsigned int k = 0; k < n && static_cast<unsigned __int64>(at) + k < m_nLength; ++k) {
         m_pItems[at + k] = copy;
     }
@@ -602,10 +603,7 @@ CZRB_Vector<T>& CZRB_Vector<T>::InsertItems(unsigned int at, const T& value, uns
 template <class T>
 CZRB_Vector<T> CZRB_Vector<T>::InsertItems(unsigned int at, CZRB_List<T>& src, unsigned int n,
                                            unsigned char grow) {
-    if (grow != 0) {
-        Recreate(m_nLength + n, 0);
-    }
-    DownShift(at, n);
+    OpenGapFunction(at, n, grow);
     CopyItemsFrom(at, src, n, 1);
     return *this;
 }

@@ -50,6 +50,7 @@
 #include "CZRB_Uint8Vector.h"
 #include "CZRB_Vector.h"
 #include "CZRB_WinBitmapData.h"
+#include "LZRB_NamedContainer.h"
 #include "ZRB.h"
 
 #endif

@@ -1,6 +1,7 @@
 #include "CZRB_Exception.h"
 #include "CZRB_MemoryBuffer.h"
 #include "CZRB_String.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -16,16 +17,6 @@ std::vector<unsigned char> Bytes(unsigned int count, unsigned char first) {
         bytes[i] = static_cast<unsigned char>(first + i);
     }
     return bytes;
-}
-
-template <typename Action>
-unsigned int CodeOf(Action action) {
-    try {
-        action();
-    } catch (const CZRB_Exception& e) {
-        return e.code;
-    }
-    return 0;
 }
 
 } // namespace

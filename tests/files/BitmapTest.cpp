@@ -1,5 +1,6 @@
 #include "CZRB_Exception.h"
 #include "CZRB_WinBitmapData.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -100,17 +101,6 @@ std::vector<unsigned int> MakePalette(unsigned int n) {
         palette.push_back(0x01000000U * (i & 3) + 0x00030507U * i);
     }
     return palette;
-}
-
-// The code of the CZRB_Exception that `action` throws, or 0 when it throws none.
-template <class F>
-unsigned int CodeOf(F action) {
-    try {
-        action();
-    } catch (const CZRB_Exception& e) {
-        return e.code;
-    }
-    return 0;
 }
 
 class Bitmap : public ::testing::Test {

@@ -3,6 +3,7 @@
 
 #include "CZRB_Exception.h"
 #include "CZRB_String.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -40,15 +41,4 @@ protected:
 
 inline std::string Str(const CZRB_String& text) {
     return {text.GetStringC(), text.GetLength()};
-}
-
-// The code of the CZRB_Exception that `action` throws (its object to `object`), or 0.
-template <class F>
-unsigned int CodeOf(F action, const void** object = nullptr) {
-    try {
-        action();
-    } catch (const CZRB_Exception& e) {
-        return object ? (*object = e.object, e.code) : e.code;
-    }
-    return 0;
 }

@@ -1,6 +1,7 @@
 #include "CZRB_Exception.h"
 #include "CZRB_IpAddress.h"
 #include "CZRB_MemoryBuffer.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -10,17 +11,6 @@
 namespace {
 std::string Text(const CZRB_IpAddress& address) {
     return address.ToString().GetStringC();
-}
-
-// The code of the CZRB_Exception that `action` throws, or 0 when it throws none.
-template <class F>
-unsigned int CodeOf(F action) {
-    try {
-        action();
-    } catch (const CZRB_Exception& e) {
-        return e.code;
-    }
-    return 0;
 }
 } // namespace
 

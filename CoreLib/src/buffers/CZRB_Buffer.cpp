@@ -8,6 +8,37 @@ namespace {
 
 constexpr ZRB::t_ByteOrdering kStreamOrder = ZRB::BYTE_ORDER_LITTLE_ENDIAN;
 
+// Encodes a fixed-width value in the stream's byte order and appends its bytes.
+template <typename Value>
+CZRB_Buffer& AppendEncoded(CZRB_Buffer& stream, const Value& value,
+                           void (*encode)(const Value&, unsigned char*, ZRB::t_ByteOrdering)) {
+    unsigned char bytes[sizeof(Value)];
+    encode(value, bytes, kStreamOrder);
+    stream.AppendData(bytes, sizeof(Value));
+    return stream;
+}
+
+// Retrieves the bytes of a fixed-width value and decodes them; `value` is written only after
+// the read succeeded.
+template <typename Value>
+CZRB_Buffer& RetrieveDecoded(CZRB_Buffer& stream, Value& value,
+                             Value (*decode)(const unsigned char*, ZRB::t_ByteOrdering)) {
+    unsigned char bytes[sizeof(Value)];
+    stream.RetrieveData(bytes, sizeof(Value));
+    value = decode(bytes, kStreamOrder);
+    return stream;
+}
+
+// Reads the unsigned form of the same width and converts it; `value` is written only after
+// the read succeeded.
+template <typename Stored, typename Value>
+CZRB_Buffer& RetrieveAs(CZRB_Buffer& stream, Value& value) {
+    Stored stored = 0;
+    stream >> stored;
+    value = static_cast<Value>(stored);
+    return stream;
+}
+
 } // namespace
 
 CZRB_Buffer::CZRB_Buffer(unsigned int blockSize)
@@ -76,10 +107,7 @@ CZRB_Buffer& CZRB_Buffer::operator<<(void*) {
 }
 
 CZRB_Buffer& CZRB_Buffer::operator<<(double value) {
-    unsigned char bytes[8];
-    ZRB::DoubleToBuf(value, bytes, kStreamOrder);
-    AppendData(bytes, 8);
-    return *this;
+    return AppendEncoded(*this, value, ZRB::DoubleToBuf);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator<<(float value) {
@@ -105,24 +133,15 @@ CZRB_Buffer& CZRB_Buffer::operator<<(signed char value) {
 }
 
 CZRB_Buffer& CZRB_Buffer::operator<<(unsigned __int64 value) {
-    unsigned char bytes[8];
-    ZRB::Uint64ToBuf(value, bytes, kStreamOrder);
-    AppendData(bytes, 8);
-    return *this;
+    return AppendEncoded(*this, value, ZRB::Uint64ToBuf);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator<<(unsigned int value) {
-    unsigned char bytes[4];
-    ZRB::Uint32ToBuf(value, bytes, kStreamOrder);
-    AppendData(bytes, 4);
-    return *this;
+    return AppendEncoded(*this, value, ZRB::Uint32ToBuf);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator<<(unsigned short value) {
-    unsigned char bytes[2];
-    ZRB::Uint16ToBuf(value, bytes, kStreamOrder);
-    AppendData(bytes, 2);
-    return *this;
+    return AppendEncoded(*this, value, ZRB::Uint16ToBuf);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator<<(unsigned char value) {
@@ -139,10 +158,7 @@ CZRB_Buffer& CZRB_Buffer::operator>>(void*) {
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(double& value) {
-    unsigned char bytes[8];
-    RetrieveData(bytes, 8);
-    value = ZRB::DoubleFromBuf(bytes, kStreamOrder);
-    return *this;
+    return RetrieveDecoded(*this, value, ZRB::DoubleFromBuf);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(float& value) {
@@ -153,52 +169,31 @@ CZRB_Buffer& CZRB_Buffer::operator>>(float& value) {
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(__int64& value) {
-    unsigned __int64 bits = 0;
-    *this >> bits;
-    value = static_cast<__int64>(bits);
-    return *this;
+    return RetrieveAs<unsigned __int64>(*this, value);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(int& value) {
-    unsigned int bits = 0;
-    *this >> bits;
-    value = static_cast<int>(bits);
-    return *this;
+    return RetrieveAs<unsigned int>(*this, value);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(short& value) {
-    unsigned short bits = 0;
-    *this >> bits;
-    value = static_cast<short>(bits);
-    return *this;
+    return RetrieveAs<unsigned short>(*this, value);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(signed char& value) {
-    unsigned char bits = 0;
-    *this >> bits;
-    value = static_cast<signed char>(bits);
-    return *this;
+    return RetrieveAs<unsigned char>(*this, value);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(unsigned __int64& value) {
-    unsigned char bytes[8];
-    RetrieveData(bytes, 8);
-    value = ZRB::Uint64FromBuf(bytes, kStreamOrder);
-    return *this;
+    return RetrieveDecoded(*this, value, ZRB::Uint64FromBuf);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(unsigned int& value) {
-    unsigned char bytes[4];
-    RetrieveData(bytes, 4);
-    value = ZRB::Uint32FromBuf(bytes, kStreamOrder);
-    return *this;
+    return RetrieveDecoded(*this, value, ZRB::Uint32FromBuf);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(unsigned short& value) {
-    unsigned char bytes[2];
-    RetrieveData(bytes, 2);
-    value = ZRB::Uint16FromBuf(bytes, kStreamOrder);
-    return *this;
+    return RetrieveDecoded(*this, value, ZRB::Uint16FromBuf);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(unsigned char& value) {
@@ -209,10 +204,7 @@ CZRB_Buffer& CZRB_Buffer::operator>>(unsigned char& value) {
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(char& value) {
-    unsigned char byte = 0;
-    *this >> byte;
-    value = static_cast<char>(byte);
-    return *this;
+    return RetrieveAs<unsigned char>(*this, value);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator<<(long value) {
@@ -224,17 +216,11 @@ CZRB_Buffer& CZRB_Buffer::operator<<(unsigned long value) {
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(long& value) {
-    __int64 wide = 0;
-    *this >> wide;
-    value = static_cast<long>(wide);
-    return *this;
+    return RetrieveAs<__int64>(*this, value);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(unsigned long& value) {
-    unsigned __int64 wide = 0;
-    *this >> wide;
-    value = static_cast<unsigned long>(wide);
-    return *this;
+    return RetrieveAs<unsigned __int64>(*this, value);
 }
 
 unsigned __int64 CZRB_Buffer::GetSize() const {

@@ -23,6 +23,40 @@ std::size_t Low32(unsigned __int64 length) {
     return static_cast<std::size_t>(length & 0xFFFFFFFFULL);
 }
 
+// How a text line scan ended: at LF, at the length or the character limit, or on a failed read.
+enum t_LineScan : int { LINE_ENDED, LINE_STOPPED, LINE_READ_FAILED };
+
+// A caller's character buffer seen as a growing line.
+struct CharacterLine {
+    char* buffer;
+    unsigned int stored;
+    std::size_t size() const { return stored; }
+    void push_back(char c) { buffer[stored++] = c; }
+};
+
+// The byte rules of both ReadTextLine forms: reads one byte at a time from `position` up to
+// `length` (the position is counted here instead of being told for every byte), drops NUL and
+// CR, ends at LF and stores every other byte in `line` while it holds fewer than `maxChars`.
+template <typename Line>
+t_LineScan ScanTextLine(std::FILE* file, unsigned __int64 position, unsigned __int64 length,
+                        std::size_t maxChars, Line& line) {
+    while (position < length && line.size() < maxChars) {
+        const int byte = std::getc(file);
+        if (byte == EOF) {
+            return LINE_READ_FAILED;
+        }
+        ++position;
+        if (byte == 0 || byte == '\r') {
+            continue;
+        }
+        if (byte == '\n') {
+            return LINE_ENDED;
+        }
+        line.push_back(static_cast<char>(byte));
+    }
+    return LINE_STOPPED;
+}
+
 // The absolute form of `path` against `base` (itself absolute), with empty parts and "."
 // dropped and ".." taking back one part (never above the root).
 std::string ResolveLexically(const std::string& base, const std::string& path) {
@@ -269,28 +303,12 @@ unsigned int CZRB_File::ReadTextLine(char* buffer, unsigned int maxChars) {
     if (length == 0) {
         return 30;
     }
-    // The position is counted here instead of being told for every byte: one byte per read.
-    unsigned __int64 position = GetPos();
-    unsigned int stored = 0;
-    while (position < length && stored < maxChars) {
-        const int byte = std::getc(m_stream->file);
-        if (byte == EOF) {
-            return 30;
-        }
-        ++position;
-        if (byte == 0 || byte == '\r') {
-            continue;
-        }
-        if (byte == '\n') {
-            buffer[stored] = '\0';
-            return 0;
-        }
-        buffer[stored++] = static_cast<char>(byte);
-    }
-    if (stored == 0) {
+    CharacterLine text{buffer, 0};
+    const t_LineScan scan = ScanTextLine(m_stream->file, GetPos(), length, maxChars, text);
+    if (scan == LINE_READ_FAILED || (scan == LINE_STOPPED && text.size() == 0)) {
         return 30;
     }
-    buffer[stored] = '\0';
+    buffer[text.size()] = '\0';
     return 0;
 }
 
@@ -302,24 +320,12 @@ unsigned int CZRB_File::ReadTextLine(CZRB_String& line) {
     if (length == 0) {
         return 24;
     }
-    unsigned __int64 position = GetPos();
     std::string text;
-    while (position < length) {
-        const int byte = std::getc(m_stream->file);
-        if (byte == EOF) {
-            return 30;
-        }
-        ++position;
-        if (byte == 0 || byte == '\r') {
-            continue;
-        }
-        if (byte == '\n') {
-            line = CZRB_String(text.data(), static_cast<unsigned int>(text.size()));
-            return 0;
-        }
-        text += static_cast<char>(byte);
+    const t_LineScan scan = ScanTextLine(m_stream->file, GetPos(), length, text.max_size(), text);
+    if (scan == LINE_READ_FAILED) {
+        return 30;
     }
-    if (text.empty()) {
+    if (scan == LINE_STOPPED && text.empty()) {
         return 24;
     }
     line = CZRB_String(text.data(), static_cast<unsigned int>(text.size()));

@@ -86,43 +86,8 @@ void CZRB_Code::CFormatNode::DataCopy(const CFormatNode& other) {
 
 // --- CFormatList, CFormatVector ---
 
-CZRB_Code::CFormatList::CFormatList() = default;
-
-CZRB_Code::CFormatList::CFormatList(const CFormatList& other) : CZRB_List<CFormatNode>(other) {}
-
-CZRB_Code::CFormatList::CFormatList(CFormatList&& other) : CZRB_List<CFormatNode>(other) {}
-
 CZRB_Code::CFormatList::~CFormatList() = default;
-
-CZRB_Code::CFormatList& CZRB_Code::CFormatList::operator=(const CFormatList& other) {
-    CZRB_List<CFormatNode>::operator=(other);
-    return *this;
-}
-
-CZRB_Code::CFormatList& CZRB_Code::CFormatList::operator=(const CZRB_List<CFormatNode>& other) {
-    CZRB_List<CFormatNode>::operator=(other);
-    return *this;
-}
-
-CZRB_Code::CFormatVector::CFormatVector() = default;
-
-CZRB_Code::CFormatVector::CFormatVector(const CFormatVector& other)
-    : CZRB_Vector<CFormatNode>(other) {}
-
-CZRB_Code::CFormatVector::CFormatVector(CFormatVector&& other) : CZRB_Vector<CFormatNode>(other) {}
-
 CZRB_Code::CFormatVector::~CFormatVector() = default;
-
-CZRB_Code::CFormatVector& CZRB_Code::CFormatVector::operator=(const CFormatVector& other) {
-    CZRB_Vector<CFormatNode>::operator=(other);
-    return *this;
-}
-
-CZRB_Code::CFormatVector&
-CZRB_Code::CFormatVector::operator=(const CZRB_Vector<CFormatNode>& other) {
-    CZRB_Vector<CFormatNode>::operator=(other);
-    return *this;
-}
 
 // --- CZRB_Code ---
 

@@ -59,6 +59,29 @@ const char* TextOrEmpty(const char* text) {
     return text != nullptr ? text : "";
 }
 
+// The character equality of IsCharsEqual: exact, or ASCII-folded to lower when matchCase is 0.
+bool CharsEqual(char a, char b, unsigned char matchCase) {
+    return matchCase != 0 ? a == b : ToLowerAscii(a) == ToLowerAscii(b);
+}
+
+// Whether the `count` characters of `pattern` stand at `text`, compared by CharsEqual.
+bool MatchesAt(const char* text, const char* pattern, unsigned int count, unsigned char matchCase) {
+    for (unsigned int j = 0; j < count; ++j) {
+        if (!CharsEqual(text[j], pattern[j], matchCase)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// The success of every search: the position to *pos when asked for, and 1.
+unsigned char FoundAt(unsigned int* pos, unsigned int at) {
+    if (pos != nullptr) {
+        *pos = at;
+    }
+    return 1;
+}
+
 } // namespace
 
 // --- Construction and assignment ---
@@ -158,10 +181,7 @@ void CZRB_String::DataCopy(const CZRB_String& other) {
 }
 
 unsigned char CZRB_String::IsCharsEqual(const char& a, const char& b, unsigned char matchCase) {
-    if (matchCase != 0) {
-        return a == b ? 1 : 0;
-    }
-    return ToLowerAscii(a) == ToLowerAscii(b) ? 1 : 0;
+    return CharsEqual(a, b, matchCase) ? 1 : 0;
 }
 
 void CZRB_String::AssignFunction(const char* data, unsigned int count) {
@@ -456,10 +476,7 @@ CZRB_String& CZRB_String::SetCase(unsigned int mode) {
 unsigned char CZRB_String::FindFromBegin(char c, unsigned int* pos, unsigned int start) const {
     for (unsigned int i = start; i < m_length; ++i) {
         if (m_buffer[i] == c) {
-            if (pos != nullptr) {
-                *pos = i;
-            }
-            return 1;
+            return FoundAt(pos, i);
         }
     }
     return 0;
@@ -471,15 +488,8 @@ unsigned char CZRB_String::FindFromBegin(const CZRB_String& s, unsigned int* pos
         return 0;
     }
     for (unsigned int i = start; i <= m_length - s.m_length; ++i) {
-        unsigned int j = 0;
-        while (j < s.m_length && IsCharsEqual(m_buffer[i + j], s.m_buffer[j], matchCase) != 0) {
-            ++j;
-        }
-        if (j == s.m_length) {
-            if (pos != nullptr) {
-                *pos = i;
-            }
-            return 1;
+        if (MatchesAt(m_buffer + i, s.m_buffer, s.m_length, matchCase)) {
+            return FoundAt(pos, i);
         }
     }
     return 0;
@@ -494,10 +504,7 @@ unsigned char CZRB_String::FindFromEnd(char c, unsigned int* pos, unsigned int s
     unsigned int i = start > m_length ? m_length - 1 : start;
     for (;; --i) {
         if (m_buffer[i] == c) {
-            if (pos != nullptr) {
-                *pos = i;
-            }
-            return 1;
+            return FoundAt(pos, i);
         }
         if (i == 0) {
             return 0;
@@ -515,17 +522,9 @@ unsigned char CZRB_String::FindFromEnd(const CZRB_String& s, unsigned int* pos,
     unsigned int i = start > m_length ? m_length - 1 : start;
     for (;; --i) {
         // A candidate whose characters would reach the terminator fails.
-        if (s.m_length <= m_length - i) {
-            unsigned int j = 0;
-            while (j < s.m_length && IsCharsEqual(m_buffer[i + j], s.m_buffer[j], matchCase) != 0) {
-                ++j;
-            }
-            if (j == s.m_length) {
-                if (pos != nullptr) {
-                    *pos = i;
-                }
-                return 1;
-            }
+        if (s.m_length <= m_length - i &&
+            MatchesAt(m_buffer + i, s.m_buffer, s.m_length, matchCase)) {
+            return FoundAt(pos, i);
         }
         if (i == 0) {
             return 0;

@@ -53,48 +53,14 @@ void CZRB_String::ExtractTags(char separator, CZRB_StringList& out) const {
     });
 }
 
-CZRB_StringVector::CZRB_StringVector() = default;
-CZRB_StringVector::CZRB_StringVector(unsigned int n) : CZRB_Vector<CZRB_String>(n) {}
-CZRB_StringVector::CZRB_StringVector(unsigned int n, const CZRB_String& value)
-    : CZRB_Vector<CZRB_String>(n, value) {}
-CZRB_StringVector::CZRB_StringVector(CZRB_String* items, unsigned int n)
-    : CZRB_Vector<CZRB_String>(items, n) {}
-CZRB_StringVector::CZRB_StringVector(const CZRB_StringVector& src)
-    : CZRB_Vector<CZRB_String>(src) {}
-CZRB_StringVector::~CZRB_StringVector() = default;
-
-CZRB_StringVector& CZRB_StringVector::operator=(const CZRB_StringVector& src) {
-    CZRB_Vector<CZRB_String>::operator=(src);
-    return *this;
-}
-
-CZRB_StringVector& CZRB_StringVector::operator=(const CZRB_Vector<CZRB_String>& src) {
-    CZRB_Vector<CZRB_String>::operator=(src);
-    return *this;
-}
+CZRB_StringVector::~CZRB_StringVector() {}
 
 CZRB_StringVector& CZRB_StringVector::Sort(unsigned char ascending, unsigned char matchCase) {
     CZRB_Vector<CZRB_String>::Sort(CompareFor(matchCase), ascending);
     return *this;
 }
 
-CZRB_StringList::CZRB_StringList() = default;
-CZRB_StringList::CZRB_StringList(unsigned int n, const CZRB_String& value)
-    : CZRB_List<CZRB_String>(n, value) {}
-CZRB_StringList::CZRB_StringList(CZRB_String* items, unsigned int n)
-    : CZRB_List<CZRB_String>(items, n) {}
-CZRB_StringList::CZRB_StringList(const CZRB_StringList& src) : CZRB_List<CZRB_String>(src) {}
-CZRB_StringList::~CZRB_StringList() = default;
-
-CZRB_StringList& CZRB_StringList::operator=(const CZRB_StringList& src) {
-    CZRB_List<CZRB_String>::operator=(src);
-    return *this;
-}
-
-CZRB_StringList& CZRB_StringList::operator=(const CZRB_List<CZRB_String>& src) {
-    CZRB_List<CZRB_String>::operator=(src);
-    return *this;
-}
+CZRB_StringList::~CZRB_StringList() {}
 
 CZRB_StringList& CZRB_StringList::Sort(unsigned char ascending, unsigned char matchCase) {
     CZRB_List<CZRB_String>::Sort(CompareFor(matchCase), ascending);

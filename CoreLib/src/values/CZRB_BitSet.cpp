@@ -635,15 +635,4 @@ template class CZRB_Vector<CZRB_BitSet>;
 template class CZRB_List<CZRB_BitSet>;
 
 CZRB_BitSetVector::~CZRB_BitSetVector() {}
-
-CZRB_BitSetVector& CZRB_BitSetVector::Sort(unsigned char ascending) {
-    CZRB_Vector<CZRB_BitSet>::Sort(&CZRB_BitSet::Compare, ascending);
-    return *this;
-}
-
 CZRB_BitSetList::~CZRB_BitSetList() {}
-
-CZRB_BitSetList& CZRB_BitSetList::Sort(unsigned char ascending) {
-    CZRB_List<CZRB_BitSet>::Sort(&CZRB_BitSet::Compare, ascending);
-    return *this;
-}

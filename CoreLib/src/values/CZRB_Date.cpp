@@ -540,57 +540,5 @@ CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_Date& date) {
 template class CZRB_Vector<CZRB_Date>;
 template class CZRB_List<CZRB_Date>;
 
-CZRB_DateVector::CZRB_DateVector() = default;
-
-CZRB_DateVector::CZRB_DateVector(unsigned int n) : CZRB_Vector<CZRB_Date>(n) {}
-
-CZRB_DateVector::CZRB_DateVector(unsigned int n, const CZRB_Date& value)
-    : CZRB_Vector<CZRB_Date>(n, value) {}
-
-CZRB_DateVector::CZRB_DateVector(CZRB_Date* items, unsigned int n)
-    : CZRB_Vector<CZRB_Date>(items, n) {}
-
-CZRB_DateVector::CZRB_DateVector(const CZRB_DateVector& other) : CZRB_Vector<CZRB_Date>(other) {}
-
 CZRB_DateVector::~CZRB_DateVector() = default;
-
-CZRB_DateVector& CZRB_DateVector::operator=(const CZRB_DateVector& other) {
-    CZRB_Vector<CZRB_Date>::operator=(other);
-    return *this;
-}
-
-CZRB_DateVector& CZRB_DateVector::operator=(const CZRB_Vector<CZRB_Date>& other) {
-    CZRB_Vector<CZRB_Date>::operator=(other);
-    return *this;
-}
-
-CZRB_DateVector& CZRB_DateVector::Sort(unsigned char ascending) {
-    CZRB_Vector<CZRB_Date>::Sort(CZRB_Date::SortCompare, ascending);
-    return *this;
-}
-
-CZRB_DateList::CZRB_DateList() = default;
-
-CZRB_DateList::CZRB_DateList(unsigned int n, const CZRB_Date& value)
-    : CZRB_List<CZRB_Date>(n, value) {}
-
-CZRB_DateList::CZRB_DateList(CZRB_Date* items, unsigned int n) : CZRB_List<CZRB_Date>(items, n) {}
-
-CZRB_DateList::CZRB_DateList(const CZRB_DateList& other) : CZRB_List<CZRB_Date>(other) {}
-
 CZRB_DateList::~CZRB_DateList() = default;
-
-CZRB_DateList& CZRB_DateList::operator=(const CZRB_DateList& other) {
-    CZRB_List<CZRB_Date>::operator=(other);
-    return *this;
-}
-
-CZRB_DateList& CZRB_DateList::operator=(const CZRB_List<CZRB_Date>& other) {
-    CZRB_List<CZRB_Date>::operator=(other);
-    return *this;
-}
-
-CZRB_DateList& CZRB_DateList::Sort(unsigned char ascending) {
-    CZRB_List<CZRB_Date>::Sort(CZRB_Date::SortCompare, ascending);
-    return *this;
-}

@@ -143,37 +143,5 @@ CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_IpAddress& address) {
     return buffer;
 }
 
-CZRB_IpAddressVector::CZRB_IpAddressVector() {}
-CZRB_IpAddressVector::CZRB_IpAddressVector(unsigned int n) : CZRB_Vector<CZRB_IpAddress>(n) {}
-CZRB_IpAddressVector::CZRB_IpAddressVector(unsigned int n, const CZRB_IpAddress& value)
-    : CZRB_Vector<CZRB_IpAddress>(n, value) {}
-CZRB_IpAddressVector::CZRB_IpAddressVector(CZRB_IpAddress* items, unsigned int n)
-    : CZRB_Vector<CZRB_IpAddress>(items, n) {}
-CZRB_IpAddressVector::CZRB_IpAddressVector(const CZRB_IpAddressVector& other)
-    : CZRB_Vector<CZRB_IpAddress>(other) {}
 CZRB_IpAddressVector::~CZRB_IpAddressVector() {}
-CZRB_IpAddressVector& CZRB_IpAddressVector::operator=(const CZRB_IpAddressVector& other) {
-    CZRB_Vector<CZRB_IpAddress>::operator=(other);
-    return *this;
-}
-CZRB_IpAddressVector& CZRB_IpAddressVector::operator=(const CZRB_Vector<CZRB_IpAddress>& other) {
-    CZRB_Vector<CZRB_IpAddress>::operator=(other);
-    return *this;
-}
-
-CZRB_IpAddressList::CZRB_IpAddressList() {}
-CZRB_IpAddressList::CZRB_IpAddressList(unsigned int n, const CZRB_IpAddress& value)
-    : CZRB_List<CZRB_IpAddress>(n, value) {}
-CZRB_IpAddressList::CZRB_IpAddressList(CZRB_IpAddress* items, unsigned int n)
-    : CZRB_List<CZRB_IpAddress>(items, n) {}
-CZRB_IpAddressList::CZRB_IpAddressList(const CZRB_IpAddressList& other)
-    : CZRB_List<CZRB_IpAddress>(other) {}
 CZRB_IpAddressList::~CZRB_IpAddressList() {}
-CZRB_IpAddressList& CZRB_IpAddressList::operator=(const CZRB_IpAddressList& other) {
-    CZRB_List<CZRB_IpAddress>::operator=(other);
-    return *this;
-}
-CZRB_IpAddressList& CZRB_IpAddressList::operator=(const CZRB_List<CZRB_IpAddress>& other) {
-    CZRB_List<CZRB_IpAddress>::operator=(other);
-    return *this;
-}

@@ -240,57 +240,5 @@ CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_Time& time) {
 template class CZRB_Vector<CZRB_Time>;
 template class CZRB_List<CZRB_Time>;
 
-CZRB_TimeVector::CZRB_TimeVector() = default;
-
-CZRB_TimeVector::CZRB_TimeVector(unsigned int n) : CZRB_Vector<CZRB_Time>(n) {}
-
-CZRB_TimeVector::CZRB_TimeVector(unsigned int n, const CZRB_Time& value)
-    : CZRB_Vector<CZRB_Time>(n, value) {}
-
-CZRB_TimeVector::CZRB_TimeVector(CZRB_Time* items, unsigned int n)
-    : CZRB_Vector<CZRB_Time>(items, n) {}
-
-CZRB_TimeVector::CZRB_TimeVector(const CZRB_TimeVector& other) : CZRB_Vector<CZRB_Time>(other) {}
-
 CZRB_TimeVector::~CZRB_TimeVector() = default;
-
-CZRB_TimeVector& CZRB_TimeVector::operator=(const CZRB_TimeVector& other) {
-    CZRB_Vector<CZRB_Time>::operator=(other);
-    return *this;
-}
-
-CZRB_TimeVector& CZRB_TimeVector::operator=(const CZRB_Vector<CZRB_Time>& other) {
-    CZRB_Vector<CZRB_Time>::operator=(other);
-    return *this;
-}
-
-CZRB_TimeVector& CZRB_TimeVector::Sort(unsigned char ascending) {
-    CZRB_Vector<CZRB_Time>::Sort(CZRB_Time::SortCompare, ascending);
-    return *this;
-}
-
-CZRB_TimeList::CZRB_TimeList() = default;
-
-CZRB_TimeList::CZRB_TimeList(unsigned int n, const CZRB_Time& value)
-    : CZRB_List<CZRB_Time>(n, value) {}
-
-CZRB_TimeList::CZRB_TimeList(CZRB_Time* items, unsigned int n) : CZRB_List<CZRB_Time>(items, n) {}
-
-CZRB_TimeList::CZRB_TimeList(const CZRB_TimeList& other) : CZRB_List<CZRB_Time>(other) {}
-
 CZRB_TimeList::~CZRB_TimeList() = default;
-
-CZRB_TimeList& CZRB_TimeList::operator=(const CZRB_TimeList& other) {
-    CZRB_List<CZRB_Time>::operator=(other);
-    return *this;
-}
-
-CZRB_TimeList& CZRB_TimeList::operator=(const CZRB_List<CZRB_Time>& other) {
-    CZRB_List<CZRB_Time>::operator=(other);
-    return *this;
-}
-
-CZRB_TimeList& CZRB_TimeList::Sort(unsigned char ascending) {
-    CZRB_List<CZRB_Time>::Sort(CZRB_Time::SortCompare, ascending);
-    return *this;
-}
