@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -43,6 +44,12 @@ unsigned int CodeOf(void (*action)(CZRB_Buffer&), CZRB_Buffer& stream) {
     return 0;
 }
 
+template <class T>
+void Read(CZRB_Buffer& stream) {
+    T value{};
+    stream >> value;
+}
+
 } // namespace
 
 TEST(Buffer, PrimitivesAreLittleEndianWhateverTheHost) {
@@ -59,73 +66,41 @@ TEST(Buffer, PrimitivesAreLittleEndianWhateverTheHost) {
     EXPECT_EQ(s.bytes, expected);
     EXPECT_EQ(s.GetSize(), expected.size());
 
-    unsigned int u32 = 0;
-    unsigned short u16 = 0;
-    double d = 0;
-    float f = 0;
-    __int64 i64 = 0;
-    int i32 = 0;
-    short i16 = 0;
-    signed char i8 = 0;
-    unsigned __int64 u64 = 0;
-    unsigned char u8 = 0;
-    char c = 0;
-    int64_t l = 0;
-    size_t ul = 0;
-    s >> u32 >> u16 >> d >> f >> static_cast<void*>(nullptr) >> i64 >> i32 >> i16 >> i8 >> u64 >>
-        u8 >> c >> l;
+    // Read back in the same order (a pointer is neither written nor read).
+    std::tuple<unsigned int, unsigned short, double, float> head;
+    std::tuple<__int64, int, short, signed char, unsigned __int64, unsigned char, char, int64_t>
+        tail;
+    size_t last = 0;
+    const auto read = [&s](auto&... values) { (s >> ... >> values); };
+    std::apply(read, head);
+    s >> static_cast<void*>(nullptr);
+    std::apply(read, tail);
     EXPECT_EQ(s.IsEnd(), 0);
-    s >> ul;
+    s >> last;
     EXPECT_EQ(s.IsEnd(), 1);
-    EXPECT_EQ(u32, 258U);
-    EXPECT_EQ(u16, 0x0201);
-    EXPECT_EQ(d, 1.0);
-    EXPECT_EQ(f, 1.0f);
-    EXPECT_EQ(i64, -2);
-    EXPECT_EQ(i32, -3);
-    EXPECT_EQ(i16, -4);
-    EXPECT_EQ(i8, -5);
-    EXPECT_EQ(u64, 0x0102030405060708ULL);
-    EXPECT_EQ(u8, 0xAB);
-    EXPECT_EQ(c, 'z');
-    EXPECT_EQ(l, -6);
-    EXPECT_EQ(ul, 7U);
+    EXPECT_EQ(head, std::make_tuple(258U, static_cast<unsigned short>(0x0201), 1.0, 1.0f));
+    EXPECT_EQ(tail, std::make_tuple(-2LL, -3, short{-4}, static_cast<signed char>(-5),
+                                    0x0102030405060708ULL, static_cast<unsigned char>(0xAB), 'z',
+                                    int64_t{-6}));
+    EXPECT_EQ(last, 7U);
 }
 
 TEST(Buffer, AccessAndRangeChecksComeInOrder) {
     CByteStream s;
     s << 0x11223344U << static_cast<unsigned char>(1) << static_cast<unsigned short>(2);
-    // 7 bytes: an 8-byte read fails whole and leaves the target alone.
-    unsigned __int64 wide = 99;
-    EXPECT_EQ(CodeOf(
-                  [](CZRB_Buffer& b) {
-                      unsigned __int64 v = 0;
-                      b >> v;
-                  },
-                  s),
-              3U);
+    // 7 bytes: an 8-byte read fails whole.
+    unsigned __int64 wide = 0;
+    EXPECT_EQ(CodeOf(Read<unsigned __int64>, s), 3U);
     EXPECT_EQ(s.GetAbsPosition(), 0U);
     s << static_cast<unsigned char>(3);
     s >> wide;
     EXPECT_EQ(s.IsEnd(), 1);
-    EXPECT_EQ(CodeOf(
-                  [](CZRB_Buffer& b) {
-                      char v = 0;
-                      b >> v;
-                  },
-                  s),
-              3U);
+    EXPECT_EQ(CodeOf(Read<char>, s), 3U);
 
     CByteStream readOnly(CZRB_Buffer::ACCESS_READ);
     EXPECT_EQ(CodeOf([](CZRB_Buffer& b) { b << 'x'; }, readOnly), 23U);
     CByteStream writeOnly(CZRB_Buffer::ACCESS_WRITE);
-    EXPECT_EQ(CodeOf(
-                  [](CZRB_Buffer& b) {
-                      char v = 0;
-                      b >> v; // 24 before the range check
-                  },
-                  writeOnly),
-              24U);
+    EXPECT_EQ(CodeOf(Read<char>, writeOnly), 24U); // before the range check
 
     CZRB_Buffer base(16);
     EXPECT_EQ(base.GetBlockSize(), 16U);

@@ -23,12 +23,10 @@ std::vector<unsigned char> Bytes(unsigned int count, unsigned char first) {
 
 TEST(MemoryBuffer, BlocksAreChainedEagerlyAndReadBackInOrder) {
     CZRB_MemoryBuffer empty(4);
-    EXPECT_EQ(empty.GetAbsPosition(), 0U);
-    EXPECT_EQ(empty.IsEnd(), 1);
-    EXPECT_EQ(empty.GetSize(), 0U);
     empty.ToStart();
     empty.ToEnd();
-    EXPECT_EQ(empty.GetBlockCount(), 0U);
+    EXPECT_EQ(empty.GetAbsPosition() + empty.GetSize() + empty.GetBlockCount(), 0U);
+    EXPECT_EQ(empty.IsEnd(), 1);
     unsigned char byte = 0;
     EXPECT_EQ(CodeOf([&] { empty.RetrieveData(&byte, 1); }), 3U);
 
@@ -48,9 +46,7 @@ TEST(MemoryBuffer, BlocksAreChainedEagerlyAndReadBackInOrder) {
         EXPECT_EQ(buffer.IsEnd(), 1);
         EXPECT_EQ(CodeOf([&] { buffer.RetrieveData(&byte, 1); }), 3U);
         buffer.DeleteAll();
-        EXPECT_EQ(buffer.GetBlockCount(), 0U);
-        EXPECT_EQ(buffer.GetSize(), 0U);
-        EXPECT_EQ(buffer.GetAbsPosition(), 0U);
+        EXPECT_EQ(buffer.GetBlockCount() + buffer.GetSize() + buffer.GetAbsPosition(), 0U);
     }
     CZRB_MemoryBuffer zero(0);
     EXPECT_EQ(CodeOf([&] { zero.AppendData(&byte, 1); }), 9U);
@@ -64,14 +60,12 @@ TEST(MemoryBuffer, ToEndStandsAtTheEndOfTheLastBlocksRoom) {
     buffer.ToEnd();
     EXPECT_EQ(buffer.GetAbsPosition(), 4U);
     buffer.AppendData(second, 2);
-    EXPECT_EQ(buffer.GetSize(), 4U);
-    EXPECT_EQ(buffer.GetBlockCount(), 2U);
-    EXPECT_EQ(buffer.GetAbsPosition(), 6U);
+    EXPECT_TRUE(buffer.GetSize() == 4 && buffer.GetBlockCount() == 2 &&
+                buffer.GetAbsPosition() == 6);
     buffer.ToStart();
     unsigned char read[4] = {};
     buffer.RetrieveData(read, 4); // the first two bytes, then two never written
-    EXPECT_EQ(read[0], 0xA1);
-    EXPECT_EQ(read[1], 0xA2);
+    EXPECT_TRUE(read[0] == 0xA1 && read[1] == 0xA2);
     EXPECT_EQ(buffer.IsEnd(), 1);
 }
 
@@ -89,8 +83,9 @@ TEST(MemoryBuffer, RandomRecordsRoundTripForAnyBlockSizeAndInCopies) {
                    << static_cast<double>(i) / 7;
         }
         buffer.ToStart();
-        CZRB_MemoryBuffer copy(buffer);
-        for (CZRB_MemoryBuffer* stream : {&buffer, &copy}) {
+        CZRB_MemoryBuffer copy(buffer), assigned(2);
+        assigned = buffer;
+        for (CZRB_MemoryBuffer* stream : {&buffer, &copy, &assigned}) {
             for (int i = 0; i < 60; ++i) {
                 unsigned long long value = 0;
                 unsigned short low = 0;
@@ -104,12 +99,6 @@ TEST(MemoryBuffer, RandomRecordsRoundTripForAnyBlockSizeAndInCopies) {
             }
             EXPECT_EQ(stream->IsEnd(), 1);
         }
-        CZRB_MemoryBuffer assigned(2);
-        assigned = buffer;
-        assigned.ToStart();
-        unsigned long long value = 0;
-        assigned >> value;
-        EXPECT_EQ(value, values[0]);
         assigned = CZRB_MemoryBuffer(5);
         EXPECT_EQ(assigned.GetBlockCount(), 0U);
         EXPECT_EQ(assigned.GetBlockSize(), 5U);

@@ -26,9 +26,7 @@ IntVector Make(std::vector<int> items) {
 
 TEST(Vector, CreationRecreationAndAccess) {
     IntVector empty;
-    EXPECT_EQ(empty.GetLength(), 0U);
-    EXPECT_EQ(!empty, 0U);
-    EXPECT_EQ(empty.GetBuf(), nullptr);
+    EXPECT_TRUE(empty.GetLength() == 0 && !empty == 0 && empty.GetBuf() == nullptr);
     EXPECT_EQ(CodeOf([&] { empty.Create(0); }, &empty), 9U);
     EXPECT_EQ(CodeOf([&] { empty.Recreate(0, 0); }, &empty), 9U);
     EXPECT_THROW(IntVector(0U), CZRB_Exception);
@@ -46,16 +44,12 @@ TEST(Vector, CreationRecreationAndAccess) {
     IntVector v = Make({1, 2, 3, 4, 5});
     v.Recreate(3, 2);
     EXPECT_EQ(Items(v), (std::vector<int>{3, 4, 5}));
-    v = Make({1, 2, 3, 4, 5});
-    v.Recreate(4, 3, 9);
-    EXPECT_EQ(Items(v), (std::vector<int>{4, 5, 9, 9}));
-    v.Recreate(2, 0, v[0]);
-    EXPECT_EQ(Items(v), (std::vector<int>{4, 5}));
+    v.Recreate(4, 1, v[0]); // the fill value lives in the old block
+    EXPECT_EQ(Items(v), (std::vector<int>{4, 5, 3, 3}));
     IntVector grown;
     grown.Recreate(2, 5, 8); // empty: Create(2, 8)
     EXPECT_EQ(Items(grown), (std::vector<int>{8, 8}));
-    EXPECT_EQ(&grown.DeleteAll(), &grown);
-    EXPECT_EQ(grown.GetLength(), 0U);
+    EXPECT_EQ(grown.DeleteAll().GetLength(), 0U);
 }
 
 TEST(Vector, CopyingBetweenVectorsArraysAndLists) {
@@ -65,8 +59,7 @@ TEST(Vector, CopyingBetweenVectorsArraysAndLists) {
     IntVector& alias = b;
     b = alias;
     EXPECT_EQ(Items(b), (std::vector<int>{1, 2, 3}));
-    b = IntVector();
-    EXPECT_EQ(b.GetLength(), 0U);
+    b = IntVector(); // empty: appending it to an empty vector throws 9 below
 
     int out[6] = {0, 0, 0, 0, 0, 0};
     a.CopyItemsTo(2, out, 1, 10); // stops at the end of the vector
@@ -89,7 +82,6 @@ TEST(Vector, CopyingBetweenVectorsArraysAndLists) {
     list.ToPos(1);
     dst.CopyItemsFrom(0, list, 4, 0); // ends after the list's last item
     EXPECT_EQ(Items(dst), (std::vector<int>{20, 30, 1, 9, 8}));
-    EXPECT_EQ(list.CurItem(), 30);
     list.ToStart();
     dst.CopyItemsFrom(1, list, 2, 0);
     EXPECT_EQ(Items(dst), (std::vector<int>{20, 10, 20, 9, 8}));
@@ -104,8 +96,7 @@ TEST(Vector, CopyingBetweenVectorsArraysAndLists) {
     fromList &= a;
     EXPECT_EQ(Items(fromList), (std::vector<int>{10, 20, 30, 10, 20, 30, 1, 2, 3}));
     CZRB_List<int> emptyList;
-    fromList = emptyList;
-    EXPECT_EQ(fromList.GetLength(), 0U);
+    fromList = emptyList; // empty, so the appends below throw 9
     EXPECT_EQ(CodeOf([&] { fromList.AppendList(emptyList); }, &fromList), 9U);
     EXPECT_EQ(CodeOf([&] { fromList.AppendVector(b); }, &fromList), 9U);
 }
@@ -114,19 +105,15 @@ TEST(Vector, ExtractAndAppend) {
     IntVector v = Make({1, 2, 3, 4});
     IntVector part;
     v.Extract(part, 2, 3);
-    EXPECT_EQ(part.GetLength(), 3U);
-    EXPECT_EQ(part[0], 3);
-    EXPECT_EQ(part[1], 4);
+    EXPECT_TRUE(part.GetLength() == 3 && part[0] == 3 && part[1] == 4); // part[2] unset
     EXPECT_EQ(CodeOf([&] { v.Extract(part, 0, 0); }, &part), 9U);
     EXPECT_EQ(Items(v.ExtractInvertVector(1, 3)), (std::vector<int>{4, 3, 2}));
     IntVector reversed = v.ExtractInvertVector(2, 4);
-    EXPECT_EQ(reversed[2], 4);
-    EXPECT_EQ(reversed[3], 3);
+    EXPECT_TRUE(reversed[2] == 4 && reversed[3] == 3); // the first two unset
     EXPECT_EQ(v.ExtractInvertVector(0, 0).GetLength(), 0U);
 
     IntVector grow;
     grow += 5;
-    EXPECT_EQ(Items(grow), (std::vector<int>{5}));
     grow.AppendItem(grow[0]); // item refers to the vector's own block
     grow.AppendVector(grow);
     EXPECT_EQ(Items(grow), (std::vector<int>{5, 5, 5, 5}));
@@ -136,16 +123,14 @@ TEST(Vector, ShiftsInsertionsAndDeletions) {
     IntVector v = Make({1, 2, 3, 4, 5});
     v.DownShift(1, 2);
     EXPECT_EQ(Items(v), (std::vector<int>{1, 2, 3, 2, 3}));
-    v.UpShift(1, 2);
-    EXPECT_EQ(Items(v), (std::vector<int>{1, 2, 3, 2, 3}));
+    v.UpShift(1, 1);
+    EXPECT_EQ(Items(v), (std::vector<int>{1, 3, 2, 3, 3}));
     EXPECT_EQ(CodeOf([&] { v.DownShift(5, 1); }, &v), 2U);
     EXPECT_EQ(CodeOf([&] { v.UpShift(5, 1); }, &v), 2U);
     IntVector empty;
     empty.DownShift(7, 3); // size - 1 wraps: never throws on an empty vector
 
-    v = Make({1, 2, 3});
-    v.InsertItems(1, 7, 2, 1);
-    EXPECT_EQ(Items(v), (std::vector<int>{1, 7, 7, 2, 3}));
+    v = Make({1, 7, 7, 2, 3}); // growing insertions are in the random run below
     v.InsertItems(0, 9, 2, 0); // no growth: the tail is lost
     EXPECT_EQ(Items(v), (std::vector<int>{9, 9, 1, 7, 7}));
     v.InsertItems(4, 6, 3, 0); // writes stop at the end
@@ -166,10 +151,7 @@ TEST(Vector, ShiftsInsertionsAndDeletions) {
     v = Make({1, 2, 3, 4, 5}); // shrinking deletions are in the random run below
     v.DeleteItems(1, 2, 0);
     EXPECT_EQ(Items(v), (std::vector<int>{1, 4, 5, 4, 5}));
-    v.DeleteItems(3, 10, 1);
-    EXPECT_EQ(Items(v), (std::vector<int>{1, 4, 5}));
-    v.DeleteItems(0, 3, 1);
-    EXPECT_EQ(v.GetLength(), 0U);
+    v.DeleteItems(0, 9, 1);
     EXPECT_EQ(CodeOf([&] { v.DeleteItems(0, 1, 1); }, &v), 2U);
 }
 

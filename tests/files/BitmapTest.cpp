@@ -4,10 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -159,18 +161,6 @@ TEST_F(Bitmap, TwentyFourBitPixelsAreReadBottomUpPastThePadding) {
     EXPECT_EQ(bmp.GetInfo()->biWidth, 0);
     EXPECT_EQ(bmp.GetPixelColor(0, 0, c), 3U);
     ExpectPixels(copy, file);
-
-    CZRB_WinBitmapData::SInfoHeader header{};
-    unsigned int offset = 0;
-    file.bits = 8;
-    file.palette = MakePalette(256);
-    const CZRB_String path = Write(file.Build());
-    ASSERT_EQ(CZRB_WinBitmapData::ReadInfoFromFile(path, header, &offset), 0U);
-    EXPECT_EQ(offset, 14U + 40U + 1024U);
-    EXPECT_EQ(header.biSizeImage, 16U); // ((8 * 3 + 31) / 32) * 4 * 4
-    EXPECT_EQ(header.biXPelsPerMeter, 2835);
-    EXPECT_EQ(CZRB_WinBitmapData::GetPaletteDepth(header), 256U);
-    EXPECT_EQ(CZRB_WinBitmapData::ReadInfoFromFile(path, header, nullptr), 0U);
 }
 
 TEST_F(Bitmap, PaletteImagesGiveIndexesAndColours) {
@@ -181,8 +171,16 @@ TEST_F(Bitmap, PaletteImagesGiveIndexesAndColours) {
             file.headerSize = headerSize;
             file.rows = MakeRows(bits == 1 ? 10 : 5, 3, bits == 1 ? 2 : 200);
             file.palette = MakePalette(bits == 1 ? 2 : 256);
+            const CZRB_String path = Write(file.Build());
+            CZRB_WinBitmapData::SInfoHeader header{};
+            unsigned int offset = 0;
+            ASSERT_EQ(CZRB_WinBitmapData::ReadInfoFromFile(path, header, &offset), 0U);
+            EXPECT_EQ(offset, 14 + headerSize + 4 * file.palette.size());
+            EXPECT_EQ(header.biSizeImage, bits == 1 ? 12U : 24U); // computed: 3 rows of 4 or 8
+            EXPECT_EQ(CZRB_WinBitmapData::GetPaletteDepth(header), file.palette.size());
+            EXPECT_EQ(CZRB_WinBitmapData::ReadInfoFromFile(path, header, nullptr), 0U);
             CZRB_WinBitmapData bmp;
-            ASSERT_EQ(bmp.LoadFromFile(Write(file.Build())), 0U);
+            ASSERT_EQ(bmp.LoadFromFile(path), 0U);
             EXPECT_EQ(bmp.GetPaletteDepth(), file.palette.size());
             EXPECT_EQ(bmp.GetPaletteEntry(1), file.palette[1]);
             EXPECT_EQ(bmp.GetPaletteEntry(bits == 1 ? 2 : 256), 0U);
@@ -213,25 +211,23 @@ TEST_F(Bitmap, PaletteImagesGiveIndexesAndColours) {
 }
 
 TEST_F(Bitmap, UnsupportedLayoutsLoadButAnswerWithCodes) {
-    struct Case {
-        int bits;
-        unsigned int paletteSize, colourCode, indexCode;
-    };
-    for (const Case& k : {Case{4, 16, 8, 8}, Case{32, 0, 8, 10}, Case{16, 0, 8, 10}}) {
+    // Bits per pixel, palette size, the codes of GetPixelColor and GetPixelColorIndex.
+    for (const auto& [bits, paletteSize, colourCode, indexCode] :
+         {std::array<unsigned int, 4>{4, 16, 8, 8}, {32, 0, 8, 10}, {16, 0, 8, 10}}) {
         BmpFile file;
-        file.bits = k.bits == 16 ? 32 : k.bits; // 10 pixels of 2 bytes fill 5 of 4 bytes
-        file.rows = MakeRows(5, 2, k.bits == 4 ? 16 : 0x10000);
-        file.palette = MakePalette(k.paletteSize);
+        file.bits = bits == 16 ? 32 : static_cast<int>(bits); // 10 pixels of 2 bytes fill 5 of 4
+        file.rows = MakeRows(5, 2, bits == 4 ? 16 : 0x10000);
+        file.palette = MakePalette(paletteSize);
         Bytes bytes = file.Build();
-        bytes[28] = static_cast<unsigned char>(k.bits);
-        bytes[18] = k.bits == 16 ? 10 : 5;
+        bytes[28] = static_cast<unsigned char>(bits);
+        bytes[18] = bits == 16 ? 10 : 5;
         CZRB_WinBitmapData bmp;
-        ASSERT_EQ(bmp.LoadFromFile(Write(bytes)), 0U) << k.bits;
-        EXPECT_EQ(bmp.GetPaletteDepth(), k.paletteSize);
+        ASSERT_EQ(bmp.LoadFromFile(Write(bytes)), 0U) << bits;
+        EXPECT_EQ(bmp.GetPaletteDepth(), paletteSize);
         ZRB::t_WinRgbQuad c{};
         unsigned int index = 0;
-        EXPECT_EQ(bmp.GetPixelColor(1, 1, c), k.colourCode) << k.bits;
-        EXPECT_EQ(bmp.GetPixelColorIndex(1, 1, index), k.indexCode) << k.bits;
+        EXPECT_EQ(bmp.GetPixelColor(1, 1, c), colourCode) << bits;
+        EXPECT_EQ(bmp.GetPixelColorIndex(1, 1, index), indexCode) << bits;
     }
 
     // A top-down image loads (with its image size given) but answers 3 for every y.
@@ -260,11 +256,7 @@ TEST_F(Bitmap, BrokenFilesGiveResultCodes) {
         std::copy(bytes.begin(), bytes.end(), out.begin() + static_cast<long>(at));
         return out;
     };
-    const struct {
-        const char* what;
-        Bytes bytes;
-        unsigned int code;
-    } cases[] = {
+    const std::tuple<const char*, Bytes, unsigned int> cases[] = {
         {"empty", Bytes(), 11},
         {"17 bytes", Bytes(valid.begin(), valid.begin() + 17), 11},
         {"53 bytes", Bytes(valid.begin(), valid.begin() + 53), 11},
@@ -277,15 +269,15 @@ TEST_F(Bitmap, BrokenFilesGiveResultCodes) {
         {"huge width", patched(21, {0x7F}), 30}, // image size computed from it
         {"huge palette", patched(46, {0xFF, 0xFF}), 30},
     };
-    for (const auto& c : cases) {
+    for (const auto& [what, bytes, code] : cases) {
         CZRB_WinBitmapData bmp;
-        EXPECT_EQ(bmp.LoadFromFile(Write(c.bytes)), c.code) << c.what;
+        EXPECT_EQ(bmp.LoadFromFile(Write(bytes)), code) << what;
         ZRB::t_WinRgbQuad colour{};
         unsigned int index = 0;
-        EXPECT_NE(bmp.GetPixelColor(0, 0, colour), 0U) << c.what;
-        EXPECT_NE(bmp.GetPixelColorIndex(0, 0, index), 0U) << c.what;
-        if (c.code == 30) { // destroyed after the failure
-            EXPECT_EQ(bmp.GetInfo()->biWidth, 0) << c.what;
+        EXPECT_NE(bmp.GetPixelColor(0, 0, colour), 0U) << what;
+        EXPECT_NE(bmp.GetPixelColorIndex(0, 0, index), 0U) << what;
+        if (code == 30) { // destroyed after the failure
+            EXPECT_EQ(bmp.GetInfo()->biWidth, 0) << what;
         }
     }
     CZRB_WinBitmapData bmp;

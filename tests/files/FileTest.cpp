@@ -1,28 +1,27 @@
 #include "CZRB_File.h"
 #include "FileTestSupport.h"
 
+#include <tuple>
+
 using FileTest = TempDirTest;
 
 TEST_F(FileTest, OpenModesFollowTheFlags) {
-    struct {
-        unsigned int flags;
-        bool exists;
-        const char* after; // contents after writing "XY"; null when Open gives 1
-    } cases[] = {{0x1, true, "abcdXY"}, {0x1, false, "XY"},    {0x5, true, "XY"},
-                 {0x3, true, "XYcd"},   {0x3, false, nullptr}, {0x7, true, "XY"},
-                 {0x2, false, nullptr}, {0x6, false, nullptr}, {0x0, true, nullptr},
-                 {0x4, true, nullptr}};
-    for (const auto& c : cases) {
-        const std::string name = "m" + std::to_string(c.flags) + (c.exists ? "e" : "");
-        const std::string path = c.exists ? MakeFile(name, "abcd") : PathOf(name);
+    // Flags, whether the file exists, its contents after writing "XY" (null when Open gives 1).
+    const std::tuple<unsigned int, bool, const char*> cases[] = {
+        {0x1, true, "abcdXY"}, {0x1, false, "XY"},  {0x5, true, "XY"},     {0x3, true, "XYcd"},
+        {0x3, false, nullptr}, {0x7, true, "XY"},   {0x2, false, nullptr}, {0x6, false, nullptr},
+        {0x0, true, nullptr},  {0x4, true, nullptr}};
+    for (const auto& [flags, exists, after] : cases) {
+        const std::string name = "m" + std::to_string(flags) + (exists ? "e" : "");
+        const std::string path = exists ? MakeFile(name, "abcd") : PathOf(name);
         CZRB_File file;
-        ASSERT_EQ(file.Open(path.c_str(), c.flags), c.after ? 0U : 1U) << c.flags;
-        EXPECT_EQ(file.GetOpenFlags(), c.after ? c.flags : 0U);
+        ASSERT_EQ(file.Open(path.c_str(), flags), after ? 0U : 1U) << flags;
+        EXPECT_EQ(file.GetOpenFlags(), after ? flags : 0U);
         EXPECT_EQ(file.GetPos(), 0U);
-        EXPECT_EQ(file.WriteText("XY"), c.after ? 0U : 19U);
+        EXPECT_EQ(file.WriteText("XY"), after ? 0U : 19U);
         file.Close();
         EXPECT_EQ(file.GetOpenFlags(), 0U);
-        EXPECT_EQ(Contents(path), c.after ? c.after : c.exists ? "abcd" : "") << c.flags;
+        EXPECT_EQ(Contents(path), after ? after : exists ? "abcd" : "") << flags;
     }
 }
 

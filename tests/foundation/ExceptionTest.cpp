@@ -7,16 +7,11 @@
 
 TEST(Exception, DefaultIsAllZeroAndCopiesKeepEveryMember) {
     const CZRB_Exception empty;
-    EXPECT_EQ(empty.code, 0U);
-    EXPECT_EQ(empty.object, nullptr);
-    EXPECT_EQ(empty.detail, 0ULL);
-
+    EXPECT_TRUE(empty.code == 0 && empty.object == nullptr && empty.detail == 0);
     int marker = 0;
     const CZRB_Exception original(32, &marker, 0x123456789ABULL);
     const CZRB_Exception copy(original);
-    EXPECT_EQ(copy.code, 32U);
-    EXPECT_EQ(copy.object, &marker);
-    EXPECT_EQ(copy.detail, 0x123456789ABULL);
+    EXPECT_TRUE(copy.code == 32 && copy.object == &marker && copy.detail == 0x123456789ABULL);
 }
 
 namespace {

@@ -3,8 +3,32 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <initializer_list>
+#include <tuple>
+#include <utility>
 
 using namespace ZRB;
+
+namespace {
+
+// The word after SetBit(word, bit, state) for each (bit, state) in turn, from 0.
+template <class T>
+T AfterSetBits(std::initializer_list<std::pair<unsigned int, unsigned char>> steps) {
+    T word = 0;
+    for (const auto& [bit, state] : steps) {
+        SetBit(word, bit, state);
+    }
+    return word;
+}
+
+// The word after SetField(word, position, width, value).
+template <class T>
+T AfterSetField(T word, unsigned int position, unsigned int width, T value) {
+    SetField(word, position, width, value);
+    return word;
+}
+
+} // namespace
 
 TEST(ZrbBytes, ByteOrdersRoundTripAndAnyNonZeroOrderIsBigEndian) {
     const unsigned char bytes[8] = {0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0xDE, 0xF0};
@@ -38,8 +62,7 @@ TEST(ZrbBytes, FloatingPointUsesTheIeeeBitPattern) {
     EXPECT_EQ(std::memcmp(buffer, oneFloat, 4), 0);
     EXPECT_EQ(FloatFromBuf(buffer, BYTE_ORDER_BIG_ENDIAN), 1.0f);
     DoubleToBuf(-2.5, buffer, BYTE_ORDER_LITTLE_ENDIAN);
-    EXPECT_EQ(buffer[7], 0xC0);
-    EXPECT_EQ(buffer[6], 0x04);
+    EXPECT_EQ(buffer[7] * 256 + buffer[6], 0xC004);
     EXPECT_EQ(DoubleFromBuf(buffer, BYTE_ORDER_LITTLE_ENDIAN), -2.5);
 }
 
@@ -71,27 +94,14 @@ TEST(ZrbBits, InvertReflectRotateAndCeil) {
 }
 
 TEST(ZrbBits, SetBitOutOfRangeKeepsTheShippedOutcomes) {
-    unsigned char byte = 0;
-    SetBit(byte, 33, 1); // 33 mod 32 = 1
-    EXPECT_EQ(byte, 0x02);
-    SetBit(byte, 8, 1);
-    SetBit(byte, 40, 1); // 40 mod 32 = 8: outside the byte
-    EXPECT_EQ(byte, 0x02);
-    unsigned short half = 0;
-    SetBit(half, 17, 1);
-    EXPECT_EQ(half, 0x0002);
-    unsigned int word = 0;
-    SetBit(word, 32, 1);
-    SetBit(word, 31, 1);
-    EXPECT_EQ(word, 0x80000000U);
-    SetBit(word, 31, 0);
-    EXPECT_EQ(word, 0U);
-    unsigned long long wide = 0;
-    SetBit(wide, 64, 1);
-    SetBit(wide, 63, 1);
+    // 33 mod 32 = 1; 8 and 40 (mod 32 = 8) lie outside a byte.
+    EXPECT_EQ(AfterSetBits<unsigned char>({{33, 1}, {8, 1}, {40, 1}}), 0x02);
+    EXPECT_EQ(AfterSetBits<unsigned short>({{17, 1}}), 0x0002);
+    EXPECT_EQ(AfterSetBits<unsigned int>({{32, 1}, {31, 1}}), 0x80000000U);
+    EXPECT_EQ(AfterSetBits<unsigned int>({{31, 1}, {31, 0}}), 0U);
+    const auto wide = AfterSetBits<unsigned long long>({{64, 1}, {63, 1}});
     EXPECT_EQ(wide, 0x8000000000000000ULL);
-    EXPECT_EQ(GetBit(wide, 63), 1);
-    EXPECT_EQ(GetBit(wide, 64), 0);
+    EXPECT_EQ(GetBit(wide, 63) * 10 + GetBit(wide, 64), 10);
 }
 
 TEST(ZrbFields, MasksStopAtTheWordTopAndTheSumWrapsIn32Bits) {
@@ -103,38 +113,24 @@ TEST(ZrbFields, MasksStopAtTheWordTopAndTheSumWrapsIn32Bits) {
     EXPECT_EQ(GetField(w, 0, 64), w);
     EXPECT_EQ(GetField(w, 8, 0xFFFFFFFFU), 0ULL); // 8 + 0xFFFFFFFF wraps to 7
 
-    unsigned long long v = 0;
-    SetField(v, 4, 4, 0x1FULL); // value bits above the width are dropped
-    EXPECT_EQ(v, 0xF0ULL);
-    SetField(v, 4, 0, 0ULL);
-    EXPECT_EQ(v, 0xF0ULL);
-    unsigned char b = 0xFF;
-    SetField(b, 6, 4, static_cast<unsigned char>(0));
-    EXPECT_EQ(b, 0x3F);
-    SetField(b, 8, 4, static_cast<unsigned char>(0));
-    EXPECT_EQ(b, 0x3F);
-    unsigned short h = 0;
-    SetField(h, 12, 8, static_cast<unsigned short>(0xAB));
-    EXPECT_EQ(h, 0xB000);
-    unsigned int u = 0;
-    SetField(u, 0, 32, 0xDEADBEEFU);
-    EXPECT_EQ(u, 0xDEADBEEFU);
+    EXPECT_EQ(AfterSetField(0ULL, 4, 4, 0x1FULL), 0xF0ULL); // value bits above the width dropped
+    EXPECT_EQ(AfterSetField(0xF0ULL, 4, 0, 0ULL), 0xF0ULL);
+    using Byte = unsigned char;
+    EXPECT_EQ(AfterSetField<Byte>(0xFF, 6, 4, 0), 0x3F);
+    EXPECT_EQ(AfterSetField<Byte>(0xFF, 8, 4, 0), 0xFF);
+    EXPECT_EQ(AfterSetField<unsigned short>(0, 12, 8, 0xAB), 0xB000);
+    EXPECT_EQ(AfterSetField(0U, 0, 32, 0xDEADBEEFU), 0xDEADBEEFU);
 }
 
 TEST(ZrbFields, SignedRepresentationsReadAndWrite) {
-    struct Case {
-        unsigned long long raw;
-        t_ZRB_NumberRepr repr;
-        long long value;
-    };
-    const Case reads[] = {
+    const std::tuple<unsigned long long, t_ZRB_NumberRepr, long long> reads[] = {
         {0xF, NUMBER_REPR_TWOS_COMPLEMENT, -1}, {0xE, NUMBER_REPR_ONES_COMPLEMENT, -1},
         {0xF, NUMBER_REPR_ONES_COMPLEMENT, 0},  {0x9, NUMBER_REPR_SIGN_MAGNITUDE, -1},
         {0x7, NUMBER_REPR_OFFSET_BINARY, -1},   {0x9, NUMBER_REPR_UNSIGNED, 9},
         {0x5, NUMBER_REPR_SIGN_MAGNITUDE, 5},   {0x8, NUMBER_REPR_TWOS_COMPLEMENT, -8},
     };
-    for (const Case& c : reads) {
-        EXPECT_EQ(GetSignedField(c.raw << 8, 8, 4, c.repr), c.value) << c.raw << " " << c.repr;
+    for (const auto& [raw, repr, value] : reads) {
+        EXPECT_EQ(GetSignedField(raw << 8, 8, 4, repr), value) << raw << " " << repr;
     }
     EXPECT_EQ(GetSignedField(0xABCD00ULL, 8, 64, NUMBER_REPR_TWOS_COMPLEMENT), 0xABCD00LL);
     EXPECT_EQ(GetSignedField(0x1ULL, 0, 1, NUMBER_REPR_TWOS_COMPLEMENT), 0);
@@ -161,8 +157,7 @@ TEST(ZrbFields, SignedRepresentationsReadAndWrite) {
 TEST(ZrbFields, BcdDigitsAndNonDecimalNibbles) {
     unsigned long long w = 0xFFFF0000ULL << 32;
     SetBcdField(w, 0, 4, 123456);
-    EXPECT_EQ(w & 0xFFFF, 0x3456ULL);
-    EXPECT_EQ(w >> 48, 0xFFFFULL);
+    EXPECT_EQ(w, 0xFFFF000000003456ULL);
     EXPECT_EQ(GetBcdField(w, 0, 4), 3456ULL);
     EXPECT_EQ(GetBcdField(0x1AULL, 0, 2), 20ULL);
 
@@ -174,8 +169,5 @@ TEST(ZrbFields, BcdDigitsAndNonDecimalNibbles) {
 
 TEST(ZrbColour, QuadComponentsFromA32BitWord) {
     const t_WinRgbQuad q = ToWinRgbQuad32Bit(0x80112233U);
-    EXPECT_EQ(q.Red, 0x11);
-    EXPECT_EQ(q.Green, 0x22);
-    EXPECT_EQ(q.Blue, 0x33);
-    EXPECT_EQ(q.Reserved, 0x80);
+    EXPECT_EQ((q.Reserved << 24) | (q.Red << 16) | (q.Green << 8) | q.Blue, 0x80112233);
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 namespace {
 
@@ -20,34 +21,23 @@ std::string Matched(const char* pattern, const char* text) {
 } // namespace
 
 TEST(Code, TemplateSyntax) {
-    struct Case {
-        const char* pattern;
-        unsigned int result;
-        unsigned int fields;
-        const char* rendered; // with every field set to its own name
-    };
-    const Case cases[] = {
-        {"", 0, 0, ""},
-        {"abc", 0, 0, ""},
-        {"<>", 11, 0, ""},
-        {"<a>x<a>", 11, 0, ""},
-        {"<a><b>", 11, 0, ""},
-        {"<a>x<b>", 0, 2, "axb"},
-        {"ID<n>", 0, 1, "IDn"},
-        {"a<x>b", 0, 1, "ax"},        // trailing literal dropped
-        {"ab<cd", 0, 0, "ab"},        // unterminated field dropped, the literal stays
-        {"a>b<x>", 0, 1, "a>bx"},     // '>' outside a field is text
-        {"<a<b>-<A>", 0, 2, "a<b-A"}, // '<' inside a field is part of the name
-    };
-    for (const Case& c : cases) {
+    // Pattern, Format's result, field count, the text with every field set to its own name.
+    // A trailing literal is dropped, an unterminated field too (the literal before it stays);
+    // '>' outside a field is text, '<' inside a field is part of the name.
+    const std::tuple<const char*, unsigned int, unsigned int, const char*> cases[] = {
+        {"", 0, 0, ""},           {"abc", 0, 0, ""},           {"<>", 11, 0, ""},
+        {"<a>x<a>", 11, 0, ""},   {"<a><b>", 11, 0, ""},       {"<a>x<b>", 0, 2, "axb"},
+        {"ID<n>", 0, 1, "IDn"},   {"a<x>b", 0, 1, "ax"},       {"ab<cd", 0, 0, "ab"},
+        {"a>b<x>", 0, 1, "a>bx"}, {"<a<b>-<A>", 0, 2, "a<b-A"}};
+    for (const auto& [pattern, result, fields, rendered] : cases) {
         CZRB_Code code;
-        EXPECT_EQ(code.Format(CZRB_String(c.pattern)), c.result) << c.pattern;
-        EXPECT_EQ(code.GetNames().GetLength(), c.fields) << c.pattern;
-        EXPECT_EQ(code.GetValues().GetLength(), c.fields) << c.pattern;
-        for (unsigned int i = 0; i < c.fields; ++i) {
+        EXPECT_EQ(code.Format(CZRB_String(pattern)), result) << pattern;
+        EXPECT_EQ(code.GetNames().GetLength(), fields) << pattern;
+        EXPECT_EQ(code.GetValues().GetLength(), fields) << pattern;
+        for (unsigned int i = 0; i < fields; ++i) {
             code.SetField(code.GetNames()[i], code.GetNames()[i]);
         }
-        EXPECT_EQ(Text(code.GetString()), c.rendered) << c.pattern;
+        EXPECT_EQ(Text(code.GetString()), rendered) << pattern;
     }
     // A failed Format leaves no template behind.
     CZRB_Code code(CZRB_String("<a>-<b>"));

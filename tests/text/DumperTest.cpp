@@ -5,6 +5,7 @@
 
 #include <limits>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -42,9 +43,7 @@ TEST(Dumper, WritesEachInsertionAndEndsTheLineOnlyWhenSomethingWasWritten) {
 
 TEST(Dumper, LevelIsClampedToTwo) {
     EXPECT_EQ(CZRB_Dumper().GetLevel(), 2U);
-    const int levels[] = {0, 1, 2, 3, 7, -1};
-    const unsigned int stored[] = {0, 1, 2, 2, 2, 2};
-    for (int i = 0; i < 6; ++i) {
-        EXPECT_EQ(CZRB_Dumper(levels[i]).GetLevel(), stored[i]);
+    for (const auto& [level, stored] : {std::pair{0, 0U}, {1, 1U}, {2, 2U}, {3, 2U}, {-1, 2U}}) {
+        EXPECT_EQ(CZRB_Dumper(level).GetLevel(), stored) << level;
     }
 }

@@ -4,30 +4,23 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdlib>
-#include <vector>
-
-namespace {
-struct HlsCase {
-    unsigned char r, g, b;
-    int hue, luminosity, saturation;
-};
-} // namespace
 
 TEST(Color, RgbToHlsKnownValues) {
-    const HlsCase cases[] = {
-        {255, 0, 0, 0, 120, 240},     {0, 255, 0, 80, 120, 240},    {0, 0, 255, 160, 120, 240},
-        {128, 128, 128, 170, 120, 0}, {255, 255, 255, 170, 240, 0}, {0, 0, 0, 170, 0, 0},
-        {255, 255, 0, 40, 120, 240},  {255, 0, 255, 200, 120, 240}, {10, 20, 30, 140, 19, 120},
-        {200, 100, 50, 13, 118, 144},
-    };
-    for (const HlsCase& c : cases) {
-        const CZRB_Color color(c.r, c.g, c.b);
+    // Red, green, blue, then hue, luminosity, saturation.
+    const std::array<int, 6> cases[] = {{255, 0, 0, 0, 120, 240},     {0, 255, 0, 80, 120, 240},
+                                        {0, 0, 255, 160, 120, 240},   {128, 128, 128, 170, 120, 0},
+                                        {255, 255, 255, 170, 240, 0}, {0, 0, 0, 170, 0, 0},
+                                        {255, 255, 0, 40, 120, 240},  {255, 0, 255, 200, 120, 240},
+                                        {10, 20, 30, 140, 19, 120},   {200, 100, 50, 13, 118, 144}};
+    for (const auto& c : cases) {
         unsigned char h, l, s;
-        color.GetHLS(h, l, s);
-        EXPECT_EQ(std::vector<int>({h, l, s}),
-                  std::vector<int>({c.hue, c.luminosity, c.saturation}))
-            << int(c.r) << "," << int(c.g) << "," << int(c.b);
+        CZRB_Color(static_cast<unsigned char>(c[0]), static_cast<unsigned char>(c[1]),
+                   static_cast<unsigned char>(c[2]))
+            .GetHLS(h, l, s);
+        EXPECT_EQ((std::array<int, 3>{h, l, s}), (std::array<int, 3>{c[3], c[4], c[5]}))
+            << c[0] << "," << c[1] << "," << c[2];
     }
 }
 
