@@ -1,5 +1,7 @@
 #include "CZRB_Date.h"
 
+#include "values/DirectiveText.h"
+
 #include <climits>
 #include <cmath>
 #include <cstdio>
@@ -479,49 +481,34 @@ signed char CZRB_Date::SortCompare(const CZRB_Date& a, const CZRB_Date& b) {
 CZRB_String CZRB_Date::ToString(const CZRB_String& format, t_Calendar calendar) const {
     t_Date_Struct date;
     GetDateStruct(date, calendar);
-    CZRB_String text;
-    const unsigned int length = format.GetLength();
-    for (unsigned int i = 0; i < length; ++i) {
-        const char c = format.GetChar(i);
-        if (c != '%') {
-            text += c;
-            continue;
-        }
-        if (++i == length)
-            break;
-        const char directive = format.GetChar(i);
-        char field[16];
+    return ZRB_Detail::ExpandDirectives(format, [&date](char directive, char* field) {
+        const size_t size = ZRB_Detail::DIRECTIVE_FIELD_SIZE;
         switch (directive) {
         case 'd':
         case 'D':
-            std::snprintf(field, sizeof field, "%0*d", directive == 'D' ? 2 : 0, date.day);
-            break;
+            std::snprintf(field, size, "%0*d", directive == 'D' ? 2 : 0, date.day);
+            return true;
         case 'm':
         case 'M':
-            std::snprintf(field, sizeof field, "%0*d", directive == 'M' ? 2 : 0, date.month);
-            break;
+            std::snprintf(field, size, "%0*d", directive == 'M' ? 2 : 0, date.month);
+            return true;
         case 'y': {
             // Through unsigned, so that the smallest year has a magnitude too.
             const unsigned int magnitude = date.year < 0 ? 0U - static_cast<unsigned int>(date.year)
                                                          : static_cast<unsigned int>(date.year);
-            std::snprintf(field, sizeof field, "%u", magnitude);
+            std::snprintf(field, size, "%u", magnitude);
             const size_t digits = std::strlen(field);
             if (digits >= 2)
                 std::memmove(field, field + digits - 2, 3);
-            break;
+            return true;
         }
         case 'Y':
-            std::snprintf(field, sizeof field, "%d", date.year);
-            break;
-        default: // "%%" gives "%", any other directive is copied with its "%"
-            if (directive != '%')
-                text += '%';
-            text += directive;
-            continue;
+            std::snprintf(field, size, "%d", date.year);
+            return true;
+        default:
+            return false;
         }
-        text += field;
-    }
-    return text;
+    });
 }
 
 CZRB_Buffer& operator<<(CZRB_Buffer& buffer, CZRB_Date& date) {

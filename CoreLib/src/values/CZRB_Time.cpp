@@ -1,5 +1,7 @@
 #include "CZRB_Time.h"
 
+#include "values/DirectiveText.h"
+
 #include <chrono>
 #include <climits>
 #include <cstdio>
@@ -180,48 +182,30 @@ signed char CZRB_Time::SortCompare(const CZRB_Time& a, const CZRB_Time& b) {
 CZRB_String CZRB_Time::ToString(const CZRB_String& format) const {
     t_Date_Struct time = {0, 0, 0, 0};
     GetTimeStruct(time);
-    CZRB_String text;
-    const unsigned int length = format.GetLength();
-    for (unsigned int i = 0; i < length; ++i) {
-        const char c = format.GetChar(i);
-        if (c != '%') {
-            text += c;
-            continue;
-        }
-        if (++i == length)
-            break;
-        const char directive = format.GetChar(i);
+    return ZRB_Detail::ExpandDirectives(format, [&time](char directive, char* field) {
         const bool padded = directive >= 'A' && directive <= 'Z';
         int value = 0;
-        int width = 0;
+        int width = padded ? 2 : 0;
         switch (directive | 0x20) { // the lower-case letter
         case 'h':
             value = time.hour;
-            width = padded ? 2 : 0;
             break;
         case 't':
             value = time.minute;
-            width = padded ? 2 : 0;
             break;
         case 's':
             value = time.second;
-            width = padded ? 2 : 0;
             break;
         case 'x':
             value = time.millisecond;
             width = padded ? 3 : 0;
             break;
-        default: // "%%" gives "%", any other directive is copied with its "%"
-            if (directive != '%')
-                text += '%';
-            text += directive;
-            continue;
+        default:
+            return false;
         }
-        char field[16];
-        std::snprintf(field, sizeof field, "%0*d", width, value);
-        text += field;
-    }
-    return text;
+        std::snprintf(field, ZRB_Detail::DIRECTIVE_FIELD_SIZE, "%0*d", width, value);
+        return true;
+    });
 }
 
 CZRB_Buffer& operator<<(CZRB_Buffer& buffer, CZRB_Time& time) {
