@@ -134,6 +134,22 @@ int StepYear(int year, bool up) {
     return Wrap32(static_cast<__int64>(year) + (up ? 1 : -1));
 }
 
+// The opening shared by the month and year steps: an invalid date or one whose fields the
+// calendar cannot give steps to the null date, a step of 0 to a copy; otherwise `date` holds
+// the fields and the caller goes on.
+bool StartStep(const CZRB_Date& from, int n, CZRB_Date::t_Calendar calendar,
+               CZRB_Date::t_Date_Struct& date, CZRB_Date& early) {
+    if (!from.IsValid() || (n != 0 && !from.GetDateStruct(date, calendar))) {
+        early = CZRB_Date();
+        return false;
+    }
+    if (n == 0) {
+        early = from;
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 // --- Construction ---
@@ -381,13 +397,10 @@ CZRB_Date CZRB_Date::AddDays(__int64 n) const {
 // non-zero year takes 12 away; year 0 is passed without changing the month. Computed in closed
 // form, the year wrapping at 32 bits as the stepwise loop does.
 CZRB_Date CZRB_Date::AddMonths(int n, t_Calendar calendar) const {
-    if (!IsValid())
-        return CZRB_Date();
-    if (n == 0)
-        return *this;
     t_Date_Struct date;
-    if (!GetDateStruct(date, calendar))
-        return CZRB_Date();
+    CZRB_Date early;
+    if (!StartStep(*this, n, calendar, date, early))
+        return early;
     const __int64 month = Wrap32(static_cast<__int64>(date.month) + n);
     __int64 year = date.year;
     __int64 targetMonth = month;
@@ -409,13 +422,10 @@ CZRB_Date CZRB_Date::AddMonths(int n, t_Calendar calendar) const {
 }
 
 CZRB_Date CZRB_Date::AddYears(int n, t_Calendar calendar) const {
-    if (!IsValid())
-        return CZRB_Date();
-    if (n == 0)
-        return *this;
     t_Date_Struct date;
-    if (!GetDateStruct(date, calendar))
-        return CZRB_Date();
+    CZRB_Date early;
+    if (!StartStep(*this, n, calendar, date, early))
+        return early;
     int year = Wrap32(static_cast<__int64>(date.year) + n);
     const bool otherSide = (date.year > 0 && year < 0) || (date.year < 0 && year > 0);
     if (year == 0 || otherSide)
