@@ -220,6 +220,25 @@ public:
     // The 64-bit check value; throws 32 without a 64-bit table.
     void ComputeCheckValue(unsigned __int64* crc) const;
 
+    // Incremental form, for data that arrives in pieces (a file read block by block):
+    //
+    //     unsigned __int64 reg = crc.Begin();
+    //     while (more) reg = crc.Update(reg, block, blockLength);
+    //     unsigned __int64 value = crc.Finish(reg); // == Compute over all the bytes at once
+    //
+    // Unlike chaining with continueFlag, this is exact for every configuration, output
+    // reflection and final XOR included. The register width is the configured one. All three
+    // throw 32 for an engine that is unconfigured or was given a type outside 1..4;
+    // MIL-STD-1760 (when no table-driven CRC is in force) is served exactly, pieces of odd
+    // length included.
+
+    // The start register: the seed's low width bits (0 for MIL-STD-1760).
+    unsigned __int64 Begin() const;
+    // The register after `length` more bytes at `data`; `reg` comes from Begin or Update.
+    unsigned __int64 Update(unsigned __int64 reg, const void* data, unsigned __int64 length) const;
+    // The CRC of everything passed to Update: output reflection and final XOR applied.
+    unsigned __int64 Finish(unsigned __int64 reg) const;
+
     // The polynomial as configured (normal form, top bit implicit), all 64 bits as stored.
     unsigned __int64 GetPolynomial() const;
     // The initial register value as configured, all 64 bits as stored.
@@ -278,6 +297,9 @@ private:
     template <typename Register>
     void ComputeWithTable(const Register* table, const unsigned char* data, unsigned __int64 length,
                           Register* crc, unsigned char continueFlag) const;
+    // The register width the incremental form runs: the configured table's width, 0 for
+    // MIL-STD-1760; throws 32 without either.
+    unsigned int IncrementalWidth() const;
     // Throws 32 unless a table-driven configuration is in place.
     void RequireTableReady() const;
     // The nine bytes "123456789" through the vector form of Compute.

@@ -275,3 +275,31 @@ TEST(Crc, CopiesOwnTheirTables) {
     unsigned char r8 = 0;
     ExpectCode(32, &assigned, [&] { assigned.Compute(nullptr, 0, &r8, 0); });
 }
+
+// Pieces of every size, odd ones included, give what Compute gives over the whole buffer.
+TEST(Crc, IncrementalPiecesEqualOneComputeForEveryConfiguration) {
+    std::mt19937_64 random(7);
+    std::vector<unsigned char> data(300);
+    for (auto& b : data) {
+        b = static_cast<unsigned char>(random());
+    }
+    const auto inPieces = [&](const CZRB_Crc& crc, unsigned int pieces) {
+        U64 reg = crc.Begin();
+        size_t at = 0;
+        for (unsigned int i = 1; i < pieces; ++i) {
+            const size_t n = random() % (data.size() - at + 1);
+            reg = crc.Update(reg, data.data() + at, n);
+            at += n;
+        }
+        return crc.Finish(crc.Update(reg, data.data() + at, data.size() - at));
+    };
+    for (const auto& row : Catalogue()) {
+        const CZRB_Crc crc(row.standard);
+        const U64 whole = EngineCrc(crc, row.width, data, 0, 0);
+        for (unsigned int pieces : {1U, 2U, 7U, 40U}) {
+            EXPECT_EQ(inPieces(crc, pieces), whole) << row.name << " in " << pieces;
+        }
+    }
+    const CZRB_Crc unconfigured;
+    ExpectCode(32, &unconfigured, [&] { unconfigured.Update(0, data.data(), 1); });
+}

@@ -43,6 +43,10 @@ std::unique_ptr<Register[]> CloneTable(const std::unique_ptr<Register[]>& source
     return copy;
 }
 
+// MIL-STD-1760 registers of the incremental form: the checksum in the low 16 bits, and a
+// byte left over from an odd-length piece in bits 24..31 with bit 16 marking it present.
+constexpr unsigned __int64 kMilPending = 1ULL << 16;
+
 // Output reflection over the full register width.
 unsigned char ReflectRegister(unsigned char r, const unsigned char* inversion) {
     return inversion[r];
@@ -374,4 +378,86 @@ void CZRB_Crc::Compute_MilStd1760(const unsigned char* data, unsigned __int64 wo
         sum ^= ZRB::ShiftRotatedLeft16(word, static_cast<unsigned short>(k % 16));
     }
     *crc = sum;
+}
+
+unsigned int CZRB_Crc::IncrementalWidth() const {
+    if (m_tableReady == 0) {
+        if (m_standard == MIL_STD_1760) {
+            return 0;
+        }
+        throw CZRB_Exception(32, this, 0);
+    }
+    const bool hasTable =
+        (m_type == CRC_TYPE_8 && m_table8) || (m_type == CRC_TYPE_16 && m_table16) ||
+        (m_type == CRC_TYPE_32 && m_table32) || (m_type == CRC_TYPE_64 && m_table64);
+    if (!hasTable) {
+        throw CZRB_Exception(32, this, 0);
+    }
+    return m_width;
+}
+
+unsigned __int64 CZRB_Crc::Begin() const {
+    const unsigned int width = IncrementalWidth();
+    return width == 0 ? 0 : m_seed & WidthMask(width);
+}
+
+unsigned __int64 CZRB_Crc::Update(unsigned __int64 reg, const void* data,
+                                  unsigned __int64 length) const {
+    const unsigned char* bytes = static_cast<const unsigned char*>(data);
+    switch (IncrementalWidth()) {
+    case 8:
+        return ZRB_CrcKernel::Run(m_table8.get(), m_byteInversion, m_inputReflected,
+                                  static_cast<unsigned char>(reg), bytes, length);
+    case 16:
+        return ZRB_CrcKernel::Run(m_table16.get(), m_byteInversion, m_inputReflected,
+                                  static_cast<unsigned short>(reg), bytes, length);
+    case 32:
+        return ZRB_CrcKernel::Run(m_table32.get(), m_byteInversion, m_inputReflected,
+                                  static_cast<unsigned int>(reg), bytes, length);
+    case 64:
+        return ZRB_CrcKernel::Run(m_table64.get(), m_byteInversion, m_inputReflected, reg, bytes,
+                                  length);
+    default:
+        break;
+    }
+    // MIL-STD-1760: the words of a later piece are all nearer the end, so the checksum so far
+    // is rotated by the new piece's word count before the piece's own checksum joins it.
+    if (length == 0) {
+        return reg;
+    }
+    unsigned short sum = static_cast<unsigned short>(reg);
+    if ((reg & kMilPending) != 0) {
+        const unsigned char pair[2] = {static_cast<unsigned char>(reg >> 24), bytes[0]};
+        sum = static_cast<unsigned short>(ZRB::ShiftRotatedLeft16(sum, 1));
+        Compute_MilStd1760(pair, 1, &sum, 1);
+        // Compute_MilStd1760 rotates its single word by 1 and XORs it onto the sum.
+        ++bytes;
+        --length;
+    }
+    const unsigned __int64 words = length / 2;
+    unsigned short piece = 0;
+    Compute_MilStd1760(bytes, words, &piece, 0);
+    sum = static_cast<unsigned short>(
+        ZRB::ShiftRotatedLeft16(sum, static_cast<unsigned short>(words % 16)) ^ piece);
+    unsigned __int64 next = sum;
+    if ((length & 1U) != 0) {
+        next |= kMilPending | static_cast<unsigned __int64>(bytes[length - 1]) << 24;
+    }
+    return next;
+}
+
+unsigned __int64 CZRB_Crc::Finish(unsigned __int64 reg) const {
+    const unsigned int width = IncrementalWidth();
+    if (width == 0) {
+        return reg & 0xFFFF; // a byte still pending is an odd last byte: ignored
+    }
+    const unsigned __int64 mask = WidthMask(width);
+    reg &= mask;
+    if (m_outputReflected != 0) {
+        reg = width == 8    ? m_byteInversion[reg]
+              : width == 16 ? ZRB::ReflectUint16(static_cast<unsigned short>(reg))
+              : width == 32 ? ZRB::ReflectUint32(static_cast<unsigned int>(reg))
+                            : ZRB::ReflectUint64(reg);
+    }
+    return reg ^ (m_finalXor & mask);
 }
