@@ -9,6 +9,7 @@ packages=(
     libgtest-dev libgmock-dev                                 # unit tests
     libbenchmark-dev zlib1g-dev libisal-dev                   # benchmarks and their baselines
     libcli11-dev                                              # option parsing of the zrb tool
+    dpkg-dev file                                             # Debian package (CPack)
     "$@"
 )
 

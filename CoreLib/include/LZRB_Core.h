@@ -51,6 +51,7 @@
 #include "CZRB_Vector.h"
 #include "CZRB_WinBitmapData.h"
 #include "LZRB_NamedContainer.h"
+#include "LZRB_Version.h"
 #include "ZRB.h"
 
 #endif
