@@ -4,6 +4,7 @@
 
 #include "CZRB_ArithmeticContainers.h"
 #include "CZRB_BitSet.h"
+#include "CZRB_BitmapDecoder.h"
 #include "CZRB_Buffer.h"
 #include "CZRB_Code.h"
 #include "CZRB_Color.h"
