@@ -1,6 +1,7 @@
 #include "CZRB_Crc.h"
 #include "CZRB_Exception.h"
 #include "CZRB_Uint8Vector.h"
+#include "CrcTestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -10,58 +11,6 @@
 #include <vector>
 
 namespace {
-
-using U64 = unsigned __int64;
-
-struct Params {
-    unsigned int width;
-    U64 polynomial, seed;
-    unsigned char refIn, refOut;
-    U64 finalXor;
-};
-
-U64 Mask(unsigned int width) {
-    return width == 64 ? ~0ULL : (1ULL << width) - 1;
-}
-
-U64 Reflect(U64 value, unsigned int bits) {
-    U64 r = 0;
-    for (unsigned int i = 0; i < bits; ++i) {
-        r = (r << 1) | ((value >> i) & 1U);
-    }
-    return r;
-}
-
-// Bit-at-a-time CRC straight from the parametric model; `start` is the initial register.
-U64 ReferenceCrc(const Params& p, const std::vector<unsigned char>& data, U64 start) {
-    const U64 mask = Mask(p.width);
-    const U64 top = 1ULL << (p.width - 1);
-    U64 r = start & mask;
-    for (unsigned char byte : data) {
-        const U64 b = p.refIn ? Reflect(byte, 8) : byte;
-        for (int bit = 7; bit >= 0; --bit) {
-            const bool feedback = (((b >> bit) & 1U) != 0) != ((r & top) != 0);
-            r = (r << 1) & mask;
-            if (feedback) {
-                r ^= p.polynomial & mask;
-            }
-        }
-    }
-    return (p.refOut ? Reflect(r, p.width) : r) ^ (p.finalXor & mask);
-}
-
-// Calls use(&r) with a register r of the width's type holding start; returns r afterwards.
-template <class F>
-U64 WithRegister(unsigned int width, U64 start, F use) {
-    const auto run = [&use](auto r) {
-        use(&r);
-        return static_cast<U64>(r);
-    };
-    return width == 8    ? run(static_cast<unsigned char>(start))
-           : width == 16 ? run(static_cast<unsigned short>(start))
-           : width == 32 ? run(static_cast<unsigned int>(start))
-                         : run(start);
-}
 
 // The byte-buffer (or vector) Compute of the given width; the register holds start before.
 U64 EngineCrc(const CZRB_Crc& crc, unsigned int width, std::vector<unsigned char> data, U64 start,
@@ -82,18 +31,6 @@ U64 CheckValue(const CZRB_Crc& crc, unsigned int width) {
 
 std::vector<unsigned char> Bytes(const char* text) {
     return std::vector<unsigned char>(text, text + std::strlen(text));
-}
-
-// The catalogue; MIL-STD-1760 is its only row without a CRC table.
-std::vector<CZRB_Crc::t_CatalogueEntry> Catalogue() {
-    unsigned int count = 0;
-    const CZRB_Crc::t_CatalogueEntry* rows = CZRB_Crc::GetCatalogue(&count);
-    return {rows, rows + count};
-}
-
-Params ParamsOf(const CZRB_Crc::t_CatalogueEntry& row) {
-    return {row.width,          row.polynomial,      row.seed,
-            row.inputReflected, row.outputReflected, row.finalXor};
 }
 
 template <typename F>

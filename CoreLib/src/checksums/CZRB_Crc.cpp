@@ -48,17 +48,9 @@ std::unique_ptr<Register[]> CloneTable(const std::unique_ptr<Register[]>& source
 constexpr unsigned __int64 kMilPending = 1ULL << 16;
 
 // Output reflection over the full register width.
-unsigned char ReflectRegister(unsigned char r, const unsigned char* inversion) {
-    return inversion[r];
-}
-unsigned short ReflectRegister(unsigned short r, const unsigned char*) {
-    return ZRB::ReflectUint16(r);
-}
-unsigned int ReflectRegister(unsigned int r, const unsigned char*) {
-    return ZRB::ReflectUint32(r);
-}
-unsigned __int64 ReflectRegister(unsigned __int64 r, const unsigned char*) {
-    return ZRB::ReflectUint64(r);
+template <typename Register>
+Register ReflectRegister(Register r) {
+    return static_cast<Register>(ZRB_CrcKernel::ReflectLow(r, sizeof(Register) * 8));
 }
 
 } // namespace
@@ -119,6 +111,9 @@ void CZRB_Crc::CreatePolynomial(t_CrcType type, unsigned __int64 polynomial, uns
     }
     BuildCrcTable();
     BuildByteInversionTable();
+    if (m_type >= CRC_TYPE_8 && m_type <= CRC_TYPE_64) {
+        m_plan = ZRB_CrcKernel::MakePlan(m_width, m_polynomial, m_inputReflected != 0);
+    }
 }
 
 void CZRB_Crc::Create(t_StdCrc standard) {
@@ -289,6 +284,7 @@ void CZRB_Crc::DestroyCrcTables() {
     m_table16.reset();
     m_table32.reset();
     m_table64.reset();
+    m_plan.reset();
 }
 
 void CZRB_Crc::DataCopy(const CZRB_Crc& other) {
@@ -310,6 +306,7 @@ void CZRB_Crc::DataCopy(const CZRB_Crc& other) {
     m_table16 = CloneTable(other.m_table16);
     m_table32 = CloneTable(other.m_table32);
     m_table64 = CloneTable(other.m_table64);
+    m_plan = other.m_plan;
 }
 
 template <typename Register>
@@ -321,9 +318,9 @@ void CZRB_Crc::ComputeWithTable(const Register* table, const unsigned char* data
     }
     const unsigned __int64 mask = WidthMask(sizeof(Register) * 8);
     Register r = continueFlag != 0 ? *crc : static_cast<Register>(m_seed & mask);
-    r = ZRB_CrcKernel::Run(table, m_byteInversion, m_inputReflected, r, data, length);
+    r = ZRB_CrcKernel::Run(m_plan.get(), table, m_byteInversion, m_inputReflected, r, data, length);
     if (m_outputReflected != 0) {
-        r = ReflectRegister(r, m_byteInversion);
+        r = ReflectRegister(r);
     }
     *crc = static_cast<Register>(r ^ (m_finalXor & mask));
 }
@@ -406,17 +403,17 @@ unsigned __int64 CZRB_Crc::Update(unsigned __int64 reg, const void* data,
     const unsigned char* bytes = static_cast<const unsigned char*>(data);
     switch (IncrementalWidth()) {
     case 8:
-        return ZRB_CrcKernel::Run(m_table8.get(), m_byteInversion, m_inputReflected,
+        return ZRB_CrcKernel::Run(m_plan.get(), m_table8.get(), m_byteInversion, m_inputReflected,
                                   static_cast<unsigned char>(reg), bytes, length);
     case 16:
-        return ZRB_CrcKernel::Run(m_table16.get(), m_byteInversion, m_inputReflected,
+        return ZRB_CrcKernel::Run(m_plan.get(), m_table16.get(), m_byteInversion, m_inputReflected,
                                   static_cast<unsigned short>(reg), bytes, length);
     case 32:
-        return ZRB_CrcKernel::Run(m_table32.get(), m_byteInversion, m_inputReflected,
+        return ZRB_CrcKernel::Run(m_plan.get(), m_table32.get(), m_byteInversion, m_inputReflected,
                                   static_cast<unsigned int>(reg), bytes, length);
     case 64:
-        return ZRB_CrcKernel::Run(m_table64.get(), m_byteInversion, m_inputReflected, reg, bytes,
-                                  length);
+        return ZRB_CrcKernel::Run(m_plan.get(), m_table64.get(), m_byteInversion, m_inputReflected,
+                                  reg, bytes, length);
     default:
         break;
     }
@@ -454,10 +451,7 @@ unsigned __int64 CZRB_Crc::Finish(unsigned __int64 reg) const {
     const unsigned __int64 mask = WidthMask(width);
     reg &= mask;
     if (m_outputReflected != 0) {
-        reg = width == 8    ? m_byteInversion[reg]
-              : width == 16 ? ZRB::ReflectUint16(static_cast<unsigned short>(reg))
-              : width == 32 ? ZRB::ReflectUint32(static_cast<unsigned int>(reg))
-                            : ZRB::ReflectUint64(reg);
+        reg = ZRB_CrcKernel::ReflectLow(reg, width);
     }
     return reg ^ (m_finalXor & mask);
 }
