@@ -141,6 +141,25 @@ TEST(Crc, MilStd1760XorsWordsRotatedByTheirDistanceFromTheEnd) {
     mil.Compute(two, 2, &sum, 1); // carried: 0x0006 ^ 0x0006
     EXPECT_EQ(sum, 0x0000);
 
+    // Random words of every count up to 70, unaligned, against the word-by-word definition.
+    std::mt19937_64 random(1760);
+    std::vector<unsigned char> bytes70(141);
+    for (auto& b : bytes70) {
+        b = static_cast<unsigned char>(random());
+    }
+    for (unsigned int n = 0; n <= 70; ++n) {
+        unsigned short expected = 0;
+        for (unsigned int k = 1; k <= n; ++k) { // the k-th word from the end
+            unsigned short word = 0;
+            std::memcpy(&word, bytes70.data() + 1 + 2 * (n - k), 2);
+            const unsigned int w = word;
+            const unsigned int rotation = k % 16;
+            expected ^= static_cast<unsigned short>(w << rotation | w >> (16 - rotation));
+        }
+        mil.Compute(bytes70.data() + 1, 2 * n, &sum, 0);
+        ASSERT_EQ(sum, expected) << n << " words";
+    }
+
     // The first of 16 words is at distance 16: rotated by 0. The rest are zero.
     unsigned short sixteen[16] = {0x8001};
     mil.Compute(sixteen, 16, &sum, 0);

@@ -367,14 +367,8 @@ void CZRB_Crc::ComputePolynomial(const CZRB_Uint8Vector& data, unsigned __int64*
 
 void CZRB_Crc::Compute_MilStd1760(const unsigned char* data, unsigned __int64 wordCount,
                                   unsigned short* crc, unsigned char continueFlag) const {
-    unsigned short sum = continueFlag != 0 ? *crc : 0;
-    // The k-th word from the end (k = 1 for the last) is rotated left by k modulo 16.
-    for (unsigned __int64 k = 1; k <= wordCount; ++k) {
-        unsigned short word = 0;
-        std::memcpy(&word, data + 2 * (wordCount - k), sizeof(word));
-        sum ^= ZRB::ShiftRotatedLeft16(word, static_cast<unsigned short>(k % 16));
-    }
-    *crc = sum;
+    const unsigned short start = continueFlag != 0 ? *crc : 0;
+    *crc = static_cast<unsigned short>(start ^ ZRB_CrcKernel::MilStd1760(data, wordCount));
 }
 
 unsigned int CZRB_Crc::IncrementalWidth() const {

@@ -93,6 +93,10 @@ extern template unsigned __int64 Run(const t_Plan*, const unsigned __int64*, con
 unsigned __int64 RunSliced(const t_Plan& plan, unsigned __int64 reg, const unsigned char* data,
                            unsigned __int64 length);
 
+// XOR of `wordCount` 16-bit words in memory order, the k-th from the end rotated left by
+// k modulo 16: the MIL-STD-1760 checksum started from 0.
+unsigned short MilStd1760(const unsigned char* data, unsigned __int64 wordCount);
+
 // All 64 bits in reverse order.
 inline unsigned __int64 Reflect64(unsigned __int64 v) {
     v = ((v >> 1) & 0x5555555555555555ULL) | ((v & 0x5555555555555555ULL) << 1);
