@@ -12,22 +12,28 @@ unsigned __int64 WidthMask(unsigned int width) {
     return width >= 64 ? ~0ULL : (1ULL << width) - 1;
 }
 
-// Fills the 256 entries of the most-significant-bit-first table of the width of Register: the
-// register starts as the index in its top byte and is shifted eight times, XORing the
-// polynomial after every shift out of a set top bit.
+// Fills the 256 entries of the most-significant-bit-first table of the width of Register:
+// entry i is the register that starts as i in its top byte after eight shifts, each XORing the
+// polynomial after a set top bit shifted out. That is linear in i, so the eight one-bit entries
+// are shifted out in full and every other entry is the XOR of two smaller ones.
 template <typename Register>
 std::unique_ptr<Register[]> MakeTable(unsigned __int64 polynomial) {
     constexpr unsigned int width = sizeof(Register) * 8;
     const unsigned __int64 mask = WidthMask(width);
     const unsigned __int64 top = 1ULL << (width - 1);
     std::unique_ptr<Register[]> table(new Register[256]);
-    for (unsigned int i = 0; i < 256; ++i) {
-        unsigned __int64 r = static_cast<unsigned __int64>(i) << (width - 8);
-        for (int bit = 0; bit < 8; ++bit) {
+    table[0] = 0;
+    for (unsigned int bit = 1; bit < 256; bit <<= 1) {
+        unsigned __int64 r = static_cast<unsigned __int64>(bit) << (width - 8);
+        for (int step = 0; step < 8; ++step) {
             r = (r & top) != 0 ? (r << 1) ^ polynomial : r << 1;
             r &= mask;
         }
-        table[i] = static_cast<Register>(r);
+        table[bit] = static_cast<Register>(r);
+    }
+    for (unsigned int i = 3; i < 256; ++i) {
+        const unsigned int lowest = i & (0U - i);
+        table[i] = static_cast<Register>(table[lowest] ^ table[i ^ lowest]);
     }
     return table;
 }
@@ -275,7 +281,7 @@ void CZRB_Crc::BuildCrc64Table() {
 
 void CZRB_Crc::BuildByteInversionTable() {
     for (unsigned int i = 0; i < 256; ++i) {
-        m_byteInversion[i] = ZRB::ReflectUint8(static_cast<unsigned char>(i));
+        m_byteInversion[i] = static_cast<unsigned char>(ZRB_CrcKernel::ReflectLow(i, 8));
     }
 }
 
