@@ -118,7 +118,7 @@ void CZRB_Crc::CreatePolynomial(t_CrcType type, unsigned __int64 polynomial, uns
     BuildCrcTable();
     BuildByteInversionTable();
     if (m_type >= CRC_TYPE_8 && m_type <= CRC_TYPE_64) {
-        m_plan = ZRB_CrcKernel::MakePlan(m_width, m_polynomial, m_inputReflected != 0);
+        m_plan = ZRB_CrcKernel::MakePlan(m_width, m_polynomial, m_seed, m_inputReflected != 0);
     }
 }
 
@@ -319,16 +319,21 @@ template <typename Register>
 void CZRB_Crc::ComputeWithTable(const Register* table, const unsigned char* data,
                                 unsigned __int64 length, Register* crc,
                                 unsigned char continueFlag) const {
-    if (table == nullptr) {
+    if (table == nullptr || !m_plan) {
         throw CZRB_Exception(32, this, 0);
     }
-    const unsigned __int64 mask = WidthMask(sizeof(Register) * 8);
-    Register r = continueFlag != 0 ? *crc : static_cast<Register>(m_seed & mask);
-    r = ZRB_CrcKernel::Run(m_plan.get(), table, m_byteInversion, m_inputReflected, r, data, length);
-    if (m_outputReflected != 0) {
+    // The kernels keep a reflected CRC's register reversed, so the start and the result are
+    // reversed only where the register has to be taken as it stands (a carried value) or the
+    // output reflection differs from the input's.
+    const ZRB_CrcKernel::t_Plan& plan = *m_plan;
+    const unsigned __int64 start =
+        continueFlag != 0 ? ZRB_CrcKernel::KernelForm(plan, *crc) : plan.start;
+    Register r = ZRB_CrcKernel::RunState(plan, table, m_byteInversion, static_cast<Register>(start),
+                                         data, length);
+    if ((m_outputReflected != 0) != plan.reflected) {
         r = ReflectRegister(r);
     }
-    *crc = static_cast<Register>(r ^ (m_finalXor & mask));
+    *crc = static_cast<Register>(r ^ (m_finalXor & WidthMask(sizeof(Register) * 8)));
 }
 
 void CZRB_Crc::ComputePolynomial(const unsigned char* data, unsigned __int64 length,

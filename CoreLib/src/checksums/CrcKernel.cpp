@@ -1,7 +1,6 @@
 #include "checksums/CrcKernel.h"
 
 #include "checksums/CrcClmul.h"
-#include "checksums/CrcPath.h"
 
 namespace ZRB_CrcKernel {
 namespace {
@@ -39,21 +38,13 @@ Register RunBytes(const Register* table, const unsigned char* inversion, unsigne
 // Below one lane the table loop is the faster one.
 constexpr unsigned __int64 kClmulMinimum = 16;
 
-// The engine register as the 64-bit state of the carry-less kernels, and back.
-unsigned __int64 ToState(const t_Plan& plan, unsigned __int64 reg) {
-    const unsigned __int64 scaled = reg << (64 - plan.width);
-    return plan.reflected ? Reflect64(scaled) : scaled;
-}
-unsigned __int64 FromState(const t_Plan& plan, unsigned __int64 state) {
-    return (plan.reflected ? Reflect64(state) : state) >> (64 - plan.width);
-}
-
-// The carry-less kernel of the active path; false for the portable path.
-bool RunClmul(const t_Plan& plan, unsigned __int64& reg, const unsigned char* data,
+// The carry-less kernel of the active path over the 64-bit scaled state (the kernels' form,
+// moved to the top of the 64 bits unless reflected); false for the portable path.
+bool RunClmul(const t_Plan& plan, unsigned __int64& state, const unsigned char* data,
               unsigned __int64 length) {
     unsigned __int64 (*kernel)(const t_Plan&, unsigned __int64, const unsigned char*,
                                unsigned __int64) = nullptr;
-    switch (ActivePath()) {
+    switch (CurrentPath()) {
     case PATH_AVX512_VPCLMUL:
         kernel = RunClmulAvx512;
         break;
@@ -66,7 +57,8 @@ bool RunClmul(const t_Plan& plan, unsigned __int64& reg, const unsigned char* da
     default:
         return false;
     }
-    reg = FromState(plan, kernel(plan, ToState(plan, reg), data, length));
+    const unsigned int shift = plan.reflected ? 0 : 64 - plan.width;
+    state = kernel(plan, state << shift, data, length) >> shift;
     return true;
 }
 #endif
@@ -74,31 +66,42 @@ bool RunClmul(const t_Plan& plan, unsigned __int64& reg, const unsigned char* da
 } // namespace
 
 template <typename Register>
+Register RunState(const t_Plan& plan, const Register* table, const unsigned char* inversion,
+                  Register state, const unsigned char* data, unsigned __int64 length) {
+#if defined(__x86_64__)
+    unsigned __int64 wide = state;
+    if (length >= kClmulMinimum && RunClmul(plan, wide, data, length)) {
+        return static_cast<Register>(wide);
+    }
+#endif
+    if (plan.slices32 || plan.slices64) {
+        return static_cast<Register>(RunSliced(plan, state, data, length));
+    }
+    const auto reg = static_cast<Register>(KernelForm(plan, state));
+    return static_cast<Register>(
+        KernelForm(plan, RunBytes(table, inversion, plan.reflected, reg, data, length)));
+}
+
+template <typename Register>
 Register Run(const t_Plan* plan, const Register* table, const unsigned char* inversion,
              unsigned char reflectInput, Register reg, const unsigned char* data,
              unsigned __int64 length) {
-    if (plan != nullptr) {
-#if defined(__x86_64__)
-        unsigned __int64 wide = reg;
-        if (length >= kClmulMinimum && RunClmul(*plan, wide, data, length)) {
-            return static_cast<Register>(wide);
-        }
-#endif
-        if (plan->slices32 || plan->slices64) {
-            return static_cast<Register>(RunSliced(*plan, reg, data, length));
-        }
+    if (plan == nullptr) {
+        return RunBytes(table, inversion, reflectInput, reg, data, length);
     }
-    return RunBytes(table, inversion, reflectInput, reg, data, length);
+    const auto state = static_cast<Register>(KernelForm(*plan, reg));
+    return static_cast<Register>(
+        KernelForm(*plan, RunState(*plan, table, inversion, state, data, length)));
 }
 
-template unsigned char Run(const t_Plan*, const unsigned char*, const unsigned char*, unsigned char,
-                           unsigned char, const unsigned char*, unsigned __int64);
-template unsigned short Run(const t_Plan*, const unsigned short*, const unsigned char*,
-                            unsigned char, unsigned short, const unsigned char*, unsigned __int64);
-template unsigned int Run(const t_Plan*, const unsigned int*, const unsigned char*, unsigned char,
-                          unsigned int, const unsigned char*, unsigned __int64);
-template unsigned __int64 Run(const t_Plan*, const unsigned __int64*, const unsigned char*,
-                              unsigned char, unsigned __int64, const unsigned char*,
-                              unsigned __int64);
+#define LZRB_CRC_KERNEL_INSTANCES(Register)                                                        \
+    template Register RunState(const t_Plan&, const Register*, const unsigned char*, Register,     \
+                               const unsigned char*, unsigned __int64);                            \
+    template Register Run(const t_Plan*, const Register*, const unsigned char*, unsigned char,     \
+                          Register, const unsigned char*, unsigned __int64);
+LZRB_CRC_KERNEL_INSTANCES(unsigned char)
+LZRB_CRC_KERNEL_INSTANCES(unsigned short)
+LZRB_CRC_KERNEL_INSTANCES(unsigned int)
+LZRB_CRC_KERNEL_INSTANCES(unsigned __int64)
 
 } // namespace ZRB_CrcKernel

@@ -11,6 +11,7 @@
 #define LZRB_CRC_KERNEL_H
 
 #include "ZRB.h"
+#include "checksums/CrcPath.h"
 
 #include <memory>
 
@@ -42,6 +43,8 @@ enum t_Fold : int {
 struct t_Plan {
     unsigned int width = 0;
     bool reflected = false;
+    // The seed in the kernels' form of the register (see KernelForm).
+    unsigned __int64 start = 0;
     // Per distance D, the multipliers of a lane's two halves, arranged so that both forms fold
     // with the same instructions: natural {x^D, x^(D+64)} mod P, reflected the bit reversals of
     // {x^(D+63), x^(D-1)} mod P.
@@ -60,42 +63,12 @@ struct t_Plan {
 };
 
 // Derives the plan of a table-driven configuration (width 8, 16, 32 or 64; only the low width
-// bits of the polynomial count).
+// bits of polynomial and seed count).
 std::shared_ptr<const t_Plan> MakePlan(unsigned int width, unsigned __int64 polynomial,
-                                       bool reflected);
+                                       unsigned __int64 seed, bool reflected);
 
 // Fills the slicing-by-16 tables of `plan` (called by MakePlan for the portable kernel).
 void BuildSlices(t_Plan& plan, unsigned __int64 polynomial);
-
-// Runs `length` bytes through `reg` with the fastest kernel the plan allows. `table` is the
-// engine's most-significant-bit-first table of the width of Register; with `reflectInput`
-// non-zero each byte is first replaced by its entry in `inversion`. `plan` may be null: then
-// the byte loop runs. Output reflection and final XOR are the caller's.
-template <typename Register>
-Register Run(const t_Plan* plan, const Register* table, const unsigned char* inversion,
-             unsigned char reflectInput, Register reg, const unsigned char* data,
-             unsigned __int64 length);
-
-extern template unsigned char Run(const t_Plan*, const unsigned char*, const unsigned char*,
-                                  unsigned char, unsigned char, const unsigned char*,
-                                  unsigned __int64);
-extern template unsigned short Run(const t_Plan*, const unsigned short*, const unsigned char*,
-                                   unsigned char, unsigned short, const unsigned char*,
-                                   unsigned __int64);
-extern template unsigned int Run(const t_Plan*, const unsigned int*, const unsigned char*,
-                                 unsigned char, unsigned int, const unsigned char*,
-                                 unsigned __int64);
-extern template unsigned __int64 Run(const t_Plan*, const unsigned __int64*, const unsigned char*,
-                                     unsigned char, unsigned __int64, const unsigned char*,
-                                     unsigned __int64);
-
-// The slicing-by-16 kernel over a plan that has its tables: the engine register in and out.
-unsigned __int64 RunSliced(const t_Plan& plan, unsigned __int64 reg, const unsigned char* data,
-                           unsigned __int64 length);
-
-// XOR of `wordCount` 16-bit words in memory order, the k-th from the end rotated left by
-// k modulo 16: the MIL-STD-1760 checksum started from 0.
-unsigned short MilStd1760(const unsigned char* data, unsigned __int64 wordCount);
 
 // All 64 bits in reverse order.
 inline unsigned __int64 Reflect64(unsigned __int64 v) {
@@ -109,6 +82,50 @@ inline unsigned __int64 Reflect64(unsigned __int64 v) {
 inline unsigned __int64 ReflectLow(unsigned __int64 v, unsigned int width) {
     return Reflect64(v) >> (64 - width);
 }
+
+// The register in the kernels' own form: for reflected input the engine's register reversed
+// over its width (the state of the bit-reversed CRC, which needs no reversal of input bytes),
+// otherwise the register as it is. The conversion is its own inverse.
+inline unsigned __int64 KernelForm(const t_Plan& plan, unsigned __int64 reg) {
+    return plan.reflected ? ReflectLow(reg, plan.width) : reg;
+}
+
+// ActivePath() for the library's own calls, without going through the exported symbol.
+t_Path CurrentPath();
+
+// Runs `length` bytes through `state`, a register in the kernels' form, with the fastest
+// kernel the plan and the processor allow. `table` is the engine's most-significant-bit-first
+// table of the width of Register and `inversion` its bit-reversal table, for the byte loop.
+template <typename Register>
+Register RunState(const t_Plan& plan, const Register* table, const unsigned char* inversion,
+                  Register state, const unsigned char* data, unsigned __int64 length);
+
+// The same on the engine's own register, whatever the input reflection. `plan` may be null:
+// then the byte loop runs, reversing each byte through `inversion` when `reflectInput` is set.
+// Output reflection and final XOR are the caller's.
+template <typename Register>
+Register Run(const t_Plan* plan, const Register* table, const unsigned char* inversion,
+             unsigned char reflectInput, Register reg, const unsigned char* data,
+             unsigned __int64 length);
+
+#define LZRB_CRC_KERNEL_INSTANCES(Register)                                                        \
+    extern template Register RunState(const t_Plan&, const Register*, const unsigned char*,        \
+                                      Register, const unsigned char*, unsigned __int64);           \
+    extern template Register Run(const t_Plan*, const Register*, const unsigned char*,             \
+                                 unsigned char, Register, const unsigned char*, unsigned __int64);
+LZRB_CRC_KERNEL_INSTANCES(unsigned char)
+LZRB_CRC_KERNEL_INSTANCES(unsigned short)
+LZRB_CRC_KERNEL_INSTANCES(unsigned int)
+LZRB_CRC_KERNEL_INSTANCES(unsigned __int64)
+#undef LZRB_CRC_KERNEL_INSTANCES
+
+// The slicing-by-16 kernel over a plan that has its tables; the register in the kernels' form.
+unsigned __int64 RunSliced(const t_Plan& plan, unsigned __int64 state, const unsigned char* data,
+                           unsigned __int64 length);
+
+// XOR of `wordCount` 16-bit words in memory order, the k-th from the end rotated left by
+// k modulo 16: the MIL-STD-1760 checksum started from 0.
+unsigned short MilStd1760(const unsigned char* data, unsigned __int64 wordCount);
 
 } // namespace ZRB_CrcKernel
 

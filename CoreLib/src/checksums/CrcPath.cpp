@@ -1,5 +1,7 @@
 #include "checksums/CrcPath.h"
 
+#include "checksums/CrcKernel.h"
+
 #include <atomic>
 
 #if defined(__x86_64__)
@@ -81,6 +83,10 @@ t_Path BestPath() {
 }
 
 t_Path ActivePath() {
+    return CurrentPath();
+}
+
+t_Path CurrentPath() {
     int path = g_activePath.load(std::memory_order_relaxed);
     if (path < 0) {
         int expected = -1;

@@ -1,6 +1,5 @@
 // Folding and reduction constants of one configuration, derived from its polynomial.
 #include "checksums/CrcKernel.h"
-#include "checksums/CrcPath.h"
 
 namespace ZRB_CrcKernel {
 namespace {
@@ -61,12 +60,13 @@ unsigned __int64 BarrettQuotient(unsigned __int64 low) {
 } // namespace
 
 std::shared_ptr<const t_Plan> MakePlan(unsigned int width, unsigned __int64 polynomial,
-                                       bool reflected) {
+                                       unsigned __int64 seed, bool reflected) {
     const unsigned __int64 mask = width >= 64 ? ~0ULL : (1ULL << width) - 1;
     const unsigned __int64 low = (polynomial & mask) << (64 - width);
     auto plan = std::make_shared<t_Plan>();
     plan->width = width;
     plan->reflected = reflected;
+    plan->start = KernelForm(*plan, seed & mask);
     PowerWalk power(low);
     for (int i = 0; i < FOLD_COUNT; ++i) {
         const unsigned int d = kDistances[i];
@@ -80,7 +80,7 @@ std::shared_ptr<const t_Plan> MakePlan(unsigned int width, unsigned __int64 poly
     const unsigned __int64 quotient = BarrettQuotient(low);
     plan->quotient = reflected ? Reflect64(quotient) : quotient;
     plan->polynomial = reflected ? Reflect64(low) : low;
-    if (ActivePath() == PATH_PORTABLE) {
+    if (CurrentPath() == PATH_PORTABLE) {
         BuildSlices(*plan, polynomial & mask);
     }
     return plan;

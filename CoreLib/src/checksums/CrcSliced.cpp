@@ -128,19 +128,19 @@ Word WordPolynomial(unsigned int width, unsigned __int64 polynomial, bool reflec
                                        : polynomial << (sizeof(Word) * 8 - width));
 }
 
-// The engine register in and out of the word register of the kernel.
+// The kernels' form of the register in and out of the word register: a reflected register
+// sits in the low bits as it is, an unreflected one is moved to the top.
 template <typename Word>
-unsigned __int64 RunScaled(const t_Plan& plan, const Word* tables, unsigned __int64 reg,
+unsigned __int64 RunScaled(const t_Plan& plan, const Word* tables, unsigned __int64 state,
                            const unsigned char* data, unsigned __int64 length) {
     const Word skip = static_cast<Word>(plan.sliceSkip);
     const Word polynomial = static_cast<Word>(plan.slicePolynomial);
     if (plan.reflected) {
-        const Word s = static_cast<Word>(ReflectLow(reg, plan.width));
-        return ReflectLow(RunWords<Word, true>(tables, skip, polynomial, s, data, length),
-                          plan.width);
+        return RunWords<Word, true>(tables, skip, polynomial, static_cast<Word>(state), data,
+                                    length);
     }
     const unsigned int shift = sizeof(Word) * 8 - plan.width;
-    const Word s = static_cast<Word>(reg << shift);
+    const Word s = static_cast<Word>(state << shift);
     return RunWords<Word, false>(tables, skip, polynomial, s, data, length) >> shift;
 }
 
@@ -205,12 +205,12 @@ void BuildSlices(t_Plan& plan, unsigned __int64 polynomial) {
     }
 }
 
-unsigned __int64 RunSliced(const t_Plan& plan, unsigned __int64 reg, const unsigned char* data,
+unsigned __int64 RunSliced(const t_Plan& plan, unsigned __int64 state, const unsigned char* data,
                            unsigned __int64 length) {
     if (plan.slices64) {
-        return RunScaled(plan, plan.slices64.get(), reg, data, length);
+        return RunScaled(plan, plan.slices64.get(), state, data, length);
     }
-    return RunScaled(plan, plan.slices32.get(), reg, data, length);
+    return RunScaled(plan, plan.slices32.get(), state, data, length);
 }
 
 } // namespace ZRB_CrcKernel
