@@ -9,8 +9,9 @@ namespace {
 
 #define TARGET __attribute__((target("avx2,pclmul,vpclmulqdq")))
 
-alignas(16) const
-    unsigned char kByteReverse[16] = {15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0};
+// Shuffle that reverses the sixteen bytes of a lane.
+alignas(16) constexpr unsigned char kReverse[16] = {15, 14, 13, 12, 11, 10, 9, 8,
+                                                    7,  6,  5,  4,  3,  2,  1, 0};
 
 // Two message lanes; natural form reverses the bytes of each.
 template <bool Reflected>
@@ -19,7 +20,7 @@ TARGET inline __m256i Lanes(const unsigned char* p) {
     if constexpr (Reflected) {
         return v;
     } else {
-        const __m128i reverse = _mm_load_si128(reinterpret_cast<const __m128i*>(kByteReverse));
+        const __m128i reverse = _mm_load_si128(reinterpret_cast<const __m128i*>(kReverse));
         return _mm256_shuffle_epi8(v, _mm256_broadcastsi128_si256(reverse));
     }
 }

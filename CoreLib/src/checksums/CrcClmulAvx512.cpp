@@ -19,8 +19,9 @@ TARGET inline __m128i Extract(__m512i v) {
     return _mm512_maskz_extracti32x4_epi32(0xF, v, Lane);
 }
 
-alignas(16) const
-    unsigned char kByteReverse[16] = {15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0};
+// Shuffle that reverses the sixteen bytes of a lane.
+alignas(16) constexpr unsigned char kReverse[16] = {15, 14, 13, 12, 11, 10, 9, 8,
+                                                    7,  6,  5,  4,  3,  2,  1, 0};
 
 // Four message lanes; natural form reverses the bytes of each.
 template <bool Reflected>
@@ -29,7 +30,7 @@ TARGET inline __m512i Lanes(const unsigned char* p) {
     if constexpr (Reflected) {
         return v;
     } else {
-        const __m128i reverse = _mm_load_si128(reinterpret_cast<const __m128i*>(kByteReverse));
+        const __m128i reverse = _mm_load_si128(reinterpret_cast<const __m128i*>(kReverse));
         return _mm512_shuffle_epi8(v, Broadcast(reverse));
     }
 }

@@ -12,8 +12,9 @@ namespace {
 
 #define TARGET LZRB_TARGET_SSE41_CLMUL
 
-alignas(16) const
-    unsigned char kByteReverse[16] = {15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0};
+// Shuffle that reverses the sixteen bytes of a lane.
+alignas(16) constexpr unsigned char kReverse[16] = {15, 14, 13, 12, 11, 10, 9, 8,
+                                                    7,  6,  5,  4,  3,  2,  1, 0};
 // Byte shifts by shuffle: 16 bytes from offset o select byte j - 16 + o, or zero.
 alignas(16) const unsigned char kShift[48] = {
     0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80,
@@ -35,7 +36,7 @@ TARGET inline __m128i Lane(const unsigned char* p) {
     if constexpr (Reflected) {
         return LoadU(p);
     } else {
-        return _mm_shuffle_epi8(LoadU(p), LoadU(kByteReverse));
+        return _mm_shuffle_epi8(LoadU(p), LoadU(kReverse));
     }
 }
 
