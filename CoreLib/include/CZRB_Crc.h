@@ -8,7 +8,7 @@
 // each input byte of a reflected CRC reversed through the bit-reversal table, the output once
 // per call.
 //
-// Speed: each configuration also derives folding constants from its polynomial (about 200
+// Speed: each configuration also derives folding constants from its polynomial (about 250
 // bytes, shared by copies), and Compute runs the fastest kernel the processor offers, chosen
 // at run time: carry-less multiplication in 512-, 256- or 128-bit lanes (AVX-512, AVX2 or
 // SSE4.1 with VPCLMULQDQ/PCLMULQDQ) for every width and polynomial, else slicing-by-16 tables

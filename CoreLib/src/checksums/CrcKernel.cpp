@@ -103,5 +103,6 @@ LZRB_CRC_KERNEL_INSTANCES(unsigned char)
 LZRB_CRC_KERNEL_INSTANCES(unsigned short)
 LZRB_CRC_KERNEL_INSTANCES(unsigned int)
 LZRB_CRC_KERNEL_INSTANCES(unsigned __int64)
+#undef LZRB_CRC_KERNEL_INSTANCES
 
 } // namespace ZRB_CrcKernel
