@@ -1,17 +1,50 @@
-// Throughput of CZRB_Crc::Compute for one catalogue CRC of each width, with zlib's crc32 and
-// a plain bit-at-a-time CRC-32 as baselines, on 1 KiB and 1 MiB buffers.
+// Throughput of CZRB_Crc::Compute for catalogue CRCs of every width, on 64 B, 1 KiB, 1 MiB and
+// 8 MiB buffers, with the kernel the processor gets ("auto") and with each available kernel
+// forced; baselines in the same run: zlib's crc32 and ISA-L's fixed-polynomial kernels. Also
+// the time a configuration takes (Create), with the bytes it adds to an engine as a counter.
+//
+// Names: Crc/<CRC>/<kernel>/<bytes>, Baseline/<function>/<bytes>, Create/<CRC>/<kernel>.
 #include "CZRB_Crc.h"
+#include "checksums/CrcKernel.h"
+#include "checksums/CrcPath.h"
 
 #include <benchmark/benchmark.h>
 
 #ifdef LZRB_HAVE_ZLIB
 #include <zlib.h>
 #endif
+#ifdef LZRB_HAVE_ISAL
+#include <isa-l/crc.h>
+#include <isa-l/crc64.h>
+#endif
 
 #include <cstdint>
+#include <memory>
+#include <string>
 #include <vector>
 
 namespace {
+
+using ZRB_CrcKernel::t_Path;
+
+const std::int64_t kSizes[] = {64, 1 << 10, 1 << 20, 8 << 20};
+
+struct NamedCrc {
+    const char* name;
+    CZRB_Crc::t_StdCrc standard;
+};
+
+const NamedCrc kCrcs[] = {
+    {"CRC-8/SMBUS", CZRB_Crc::CRC_8_SMBUS},
+    {"CRC-8/ROHC", CZRB_Crc::CRC_8_ROHC},
+    {"CRC-16/T10-DIF", CZRB_Crc::CRC_16_T10_DIF},
+    {"CRC-16/ARC", CZRB_Crc::CRC_16_ARC},
+    {"CRC-32/ISO-HDLC", CZRB_Crc::CRC_32_ISO_HDLC},
+    {"CRC-32/BZIP2", CZRB_Crc::CRC_32_BZIP2},
+    {"CRC-32C", CZRB_Crc::CRC_32C},
+    {"CRC-64/XZ", CZRB_Crc::CRC_64_XZ},
+    {"CRC-64/ECMA-182", CZRB_Crc::CRC_64_ECMA_182},
+};
 
 std::vector<unsigned char> MakeData(std::int64_t size) {
     std::vector<unsigned char> data(static_cast<std::size_t>(size));
@@ -23,84 +56,152 @@ std::vector<unsigned char> MakeData(std::int64_t size) {
     return data;
 }
 
-// Baselines must agree with the engine's CRC-32 on the same buffer.
-void CheckAgainstEngine(benchmark::State& state, const std::vector<unsigned char>& data,
-                        unsigned int baseline) {
-    unsigned int engine = 0;
-    CZRB_Crc(CZRB_Crc::CRC_32_ISO_HDLC).Compute(data.data(), data.size(), &engine, 0);
-    if (engine != baseline) {
-        state.SkipWithError("baseline disagrees with CZRB_Crc");
-    }
+unsigned int WidthOf(CZRB_Crc::t_StdCrc standard) {
+    const int group = standard >> 12;
+    return group == 0 ? 8 : group == 1 ? 16 : group == 3 ? 32 : 64;
+}
+
+// The engine's CRC of `data` at its width, through the incremental form.
+std::uint64_t EngineCrc(const CZRB_Crc& crc, const std::vector<unsigned char>& data) {
+    return crc.Finish(crc.Update(crc.Begin(), data.data(), data.size()));
 }
 
 void SetThroughput(benchmark::State& state) {
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * state.range(0));
 }
 
+// Runs with `path` forced for engines configured inside; the best path again afterwards.
+class ForcedPath {
+public:
+    explicit ForcedPath(t_Path path) { ZRB_CrcKernel::SelectPath(path); }
+    ~ForcedPath() { ZRB_CrcKernel::SelectPath(ZRB_CrcKernel::BestPath()); }
+    ForcedPath(const ForcedPath&) = delete;
+    ForcedPath& operator=(const ForcedPath&) = delete;
+};
+
 template <typename Register>
-void BM_Compute(benchmark::State& state, CZRB_Crc::t_StdCrc standard) {
-    const CZRB_Crc crc(standard);
-    const auto data = MakeData(state.range(0));
+void Run(benchmark::State& state, const CZRB_Crc& crc, const std::vector<unsigned char>& data) {
     for (auto _ : state) {
         Register result = 0;
         crc.Compute(data.data(), data.size(), &result, 0);
         benchmark::DoNotOptimize(result);
     }
+}
+
+void BM_Compute(benchmark::State& state, CZRB_Crc::t_StdCrc standard, t_Path path) {
+    const ForcedPath forced(path);
+    const CZRB_Crc crc(standard);
+    const auto data = MakeData(state.range(0));
+    switch (WidthOf(standard)) {
+    case 8:
+        Run<unsigned char>(state, crc, data);
+        break;
+    case 16:
+        Run<unsigned short>(state, crc, data);
+        break;
+    case 32:
+        Run<unsigned int>(state, crc, data);
+        break;
+    default:
+        Run<unsigned __int64>(state, crc, data);
+        break;
+    }
     SetThroughput(state);
 }
 
-// CRC-32 (ISO-HDLC) one bit at a time, reflected form: the textbook baseline.
-unsigned int BitwiseCrc32(const unsigned char* data, std::size_t length) {
-    unsigned int crc = 0xFFFFFFFFU;
-    for (std::size_t i = 0; i < length; ++i) {
-        crc ^= data[i];
-        for (int bit = 0; bit < 8; ++bit) {
-            crc = (crc & 1U) != 0 ? (crc >> 1) ^ 0xEDB88320U : crc >> 1;
+// A baseline function of (initial value, data, length), checked against the engine first.
+template <typename Function>
+void BM_Baseline(benchmark::State& state, Function function, CZRB_Crc::t_StdCrc same) {
+    const auto data = MakeData(state.range(0));
+    if (static_cast<std::uint64_t>(function(data)) != EngineCrc(CZRB_Crc(same), data)) {
+        state.SkipWithError("baseline disagrees with CZRB_Crc");
+        return;
+    }
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(function(data));
+    }
+    SetThroughput(state);
+}
+
+void BM_Create(benchmark::State& state, CZRB_Crc::t_StdCrc standard, t_Path path) {
+    const ForcedPath forced(path);
+    CZRB_Crc crc;
+    for (auto _ : state) {
+        crc.Create(standard);
+        benchmark::ClobberMemory();
+    }
+    // What a configuration adds beside the described tables: its plan with the control block
+    // of its shared pointer (two words) and the engine's pointer to it, and slicing tables
+    // where the portable kernel is in use.
+    using Plan = ZRB_CrcKernel::t_Plan;
+    const std::size_t entry = WidthOf(standard) > 32 ? 8 : 4;
+    const std::size_t slices = path == ZRB_CrcKernel::PATH_PORTABLE ? 16 * 256 * entry : 0;
+    state.counters["extra_bytes"] =
+        static_cast<double>(sizeof(Plan) + 2 * sizeof(std::shared_ptr<const Plan>) + slices);
+}
+
+template <typename Function>
+void RegisterBaseline(const char* name, Function function, CZRB_Crc::t_StdCrc same) {
+    for (std::int64_t size : kSizes) {
+        benchmark::RegisterBenchmark(
+            (std::string("Baseline/") + name).c_str(),
+            [function, same](benchmark::State& state) { BM_Baseline(state, function, same); })
+            ->Arg(size);
+    }
+}
+
+bool RegisterAll() {
+    std::vector<std::pair<std::string, t_Path>> paths = {{"auto", ZRB_CrcKernel::BestPath()}};
+    for (int p = ZRB_CrcKernel::PATH_PORTABLE; p < ZRB_CrcKernel::PATH_COUNT; ++p) {
+        const auto path = static_cast<t_Path>(p);
+        if (ZRB_CrcKernel::IsPathAvailable(path)) {
+            paths.emplace_back(ZRB_CrcKernel::PathName(path), path);
         }
     }
-    return ~crc;
-}
-
-void BM_BitwiseCrc32(benchmark::State& state) {
-    const auto data = MakeData(state.range(0));
-    CheckAgainstEngine(state, data, BitwiseCrc32(data.data(), data.size()));
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(BitwiseCrc32(data.data(), data.size()));
+    for (const NamedCrc& crc : kCrcs) {
+        for (const auto& [label, path] : paths) {
+            const std::string name = std::string("Crc/") + crc.name + "/" + label;
+            for (std::int64_t size : kSizes) {
+                benchmark::RegisterBenchmark(name.c_str(), BM_Compute, crc.standard, path)
+                    ->Arg(size);
+            }
+        }
     }
-    SetThroughput(state);
-}
-
 #ifdef LZRB_HAVE_ZLIB
-void BM_ZlibCrc32(benchmark::State& state) {
-    const auto data = MakeData(state.range(0));
-    CheckAgainstEngine(
-        state, data,
-        static_cast<unsigned int>(crc32(0L, data.data(), static_cast<unsigned int>(data.size()))));
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(crc32(0L, data.data(), static_cast<unsigned int>(data.size())));
-    }
-    SetThroughput(state);
-}
-BENCHMARK(BM_ZlibCrc32)->Arg(1 << 10)->Arg(1 << 20);
+    RegisterBaseline(
+        "zlib_crc32",
+        [](const std::vector<unsigned char>& d) {
+            return crc32(0L, d.data(), static_cast<unsigned int>(d.size()));
+        },
+        CZRB_Crc::CRC_32_ISO_HDLC);
 #endif
+#ifdef LZRB_HAVE_ISAL
+    RegisterBaseline(
+        "isal_crc32_gzip_refl",
+        [](const std::vector<unsigned char>& d) { return crc32_gzip_refl(0, d.data(), d.size()); },
+        CZRB_Crc::CRC_32_ISO_HDLC);
+    RegisterBaseline(
+        "isal_crc32_ieee",
+        [](const std::vector<unsigned char>& d) { return crc32_ieee(0, d.data(), d.size()); },
+        CZRB_Crc::CRC_32_BZIP2);
+    RegisterBaseline(
+        "isal_crc16_t10dif",
+        [](const std::vector<unsigned char>& d) { return crc16_t10dif(0, d.data(), d.size()); },
+        CZRB_Crc::CRC_16_T10_DIF);
+    RegisterBaseline(
+        "isal_crc64_ecma_refl",
+        [](const std::vector<unsigned char>& d) { return crc64_ecma_refl(0, d.data(), d.size()); },
+        CZRB_Crc::CRC_64_XZ);
+#endif
+    for (const NamedCrc& crc : {kCrcs[0], kCrcs[4], kCrcs[7]}) {
+        for (const auto& [label, path] : paths) {
+            benchmark::RegisterBenchmark((std::string("Create/") + crc.name + "/" + label).c_str(),
+                                         BM_Create, crc.standard, path);
+        }
+    }
+    return true;
+}
+
+const bool g_registered = RegisterAll();
 
 } // namespace
-
-void BM_Crc8_AUTOSAR(benchmark::State& state) {
-    BM_Compute<unsigned char>(state, CZRB_Crc::CRC_8_AUTOSAR);
-}
-void BM_Crc16_CCITT_FALSE(benchmark::State& state) {
-    BM_Compute<unsigned short>(state, CZRB_Crc::CRC_16_CCITT_FALSE);
-}
-void BM_Crc32_ISO_HDLC(benchmark::State& state) {
-    BM_Compute<unsigned int>(state, CZRB_Crc::CRC_32_ISO_HDLC);
-}
-void BM_Crc64_XZ(benchmark::State& state) {
-    BM_Compute<unsigned __int64>(state, CZRB_Crc::CRC_64_XZ);
-}
-
-BENCHMARK(BM_Crc8_AUTOSAR)->Arg(1 << 10)->Arg(1 << 20);
-BENCHMARK(BM_Crc16_CCITT_FALSE)->Arg(1 << 10)->Arg(1 << 20);
-BENCHMARK(BM_Crc32_ISO_HDLC)->Arg(1 << 10)->Arg(1 << 20);
-BENCHMARK(BM_Crc64_XZ)->Arg(1 << 10)->Arg(1 << 20);
-BENCHMARK(BM_BitwiseCrc32)->Arg(1 << 10)->Arg(1 << 20);

@@ -4,8 +4,17 @@
 // A configuration sets the five parameters of the usual parametric CRC model (polynomial in
 // normal form without its top bit, initial value in normal form, input and output reflection,
 // final XOR) and builds one 256-entry most-significant-bit-first table of the register width
-// plus a 256-byte bit-reversal table. Reflected CRCs use the same table: each input byte is
-// reversed through the bit-reversal table, the output once per call.
+// plus a 256-byte bit-reversal table. They define every result: the byte-at-a-time table step,
+// each input byte of a reflected CRC reversed through the bit-reversal table, the output once
+// per call.
+//
+// Speed: each configuration also derives folding constants from its polynomial (about 250
+// bytes, shared by copies), and Compute runs the fastest kernel the processor offers, chosen
+// at run time: carry-less multiplication in 512-, 256- or 128-bit lanes (AVX-512, AVX2 or
+// SSE4.1 with VPCLMULQDQ/PCLMULQDQ) for every width and polynomial, else slicing-by-16 tables
+// (16 KiB, 32 KiB for 64 bits, built only on processors that need them). Results are
+// bit-identical to the byte-at-a-time step for every configuration, length, alignment and
+// continueFlag.
 //
 // Failures throw CZRB_Exception with the engine as object and detail 0: code 2 for a selector
 // outside the catalogue, code 32 for a computation the configuration cannot serve. Compute
@@ -17,6 +26,10 @@
 #include "CZRB_Uint8Vector.h"
 
 #include <memory>
+
+namespace ZRB_CrcKernel {
+struct t_Plan;
+}
 
 class LZRB_API CZRB_Crc : public CZRB_Object {
 public:
@@ -320,6 +333,9 @@ private:
     std::unique_ptr<unsigned short[]> m_table16;
     std::unique_ptr<unsigned int[]> m_table32;
     std::unique_ptr<unsigned __int64[]> m_table64;
+    // Folding constants (and, where the processor lacks carry-less multiplication, slicing
+    // tables) of the table-driven configuration; immutable, so copies share it.
+    std::shared_ptr<const ZRB_CrcKernel::t_Plan> m_plan;
 };
 
 #endif

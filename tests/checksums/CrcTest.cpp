@@ -1,6 +1,7 @@
 #include "CZRB_Crc.h"
 #include "CZRB_Exception.h"
 #include "CZRB_Uint8Vector.h"
+#include "CrcTestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -10,58 +11,6 @@
 #include <vector>
 
 namespace {
-
-using U64 = unsigned __int64;
-
-struct Params {
-    unsigned int width;
-    U64 polynomial, seed;
-    unsigned char refIn, refOut;
-    U64 finalXor;
-};
-
-U64 Mask(unsigned int width) {
-    return width == 64 ? ~0ULL : (1ULL << width) - 1;
-}
-
-U64 Reflect(U64 value, unsigned int bits) {
-    U64 r = 0;
-    for (unsigned int i = 0; i < bits; ++i) {
-        r = (r << 1) | ((value >> i) & 1U);
-    }
-    return r;
-}
-
-// Bit-at-a-time CRC straight from the parametric model; `start` is the initial register.
-U64 ReferenceCrc(const Params& p, const std::vector<unsigned char>& data, U64 start) {
-    const U64 mask = Mask(p.width);
-    const U64 top = 1ULL << (p.width - 1);
-    U64 r = start & mask;
-    for (unsigned char byte : data) {
-        const U64 b = p.refIn ? Reflect(byte, 8) : byte;
-        for (int bit = 7; bit >= 0; --bit) {
-            const bool feedback = (((b >> bit) & 1U) != 0) != ((r & top) != 0);
-            r = (r << 1) & mask;
-            if (feedback) {
-                r ^= p.polynomial & mask;
-            }
-        }
-    }
-    return (p.refOut ? Reflect(r, p.width) : r) ^ (p.finalXor & mask);
-}
-
-// Calls use(&r) with a register r of the width's type holding start; returns r afterwards.
-template <class F>
-U64 WithRegister(unsigned int width, U64 start, F use) {
-    const auto run = [&use](auto r) {
-        use(&r);
-        return static_cast<U64>(r);
-    };
-    return width == 8    ? run(static_cast<unsigned char>(start))
-           : width == 16 ? run(static_cast<unsigned short>(start))
-           : width == 32 ? run(static_cast<unsigned int>(start))
-                         : run(start);
-}
 
 // The byte-buffer (or vector) Compute of the given width; the register holds start before.
 U64 EngineCrc(const CZRB_Crc& crc, unsigned int width, std::vector<unsigned char> data, U64 start,
@@ -82,18 +31,6 @@ U64 CheckValue(const CZRB_Crc& crc, unsigned int width) {
 
 std::vector<unsigned char> Bytes(const char* text) {
     return std::vector<unsigned char>(text, text + std::strlen(text));
-}
-
-// The catalogue; MIL-STD-1760 is its only row without a CRC table.
-std::vector<CZRB_Crc::t_CatalogueEntry> Catalogue() {
-    unsigned int count = 0;
-    const CZRB_Crc::t_CatalogueEntry* rows = CZRB_Crc::GetCatalogue(&count);
-    return {rows, rows + count};
-}
-
-Params ParamsOf(const CZRB_Crc::t_CatalogueEntry& row) {
-    return {row.width,          row.polynomial,      row.seed,
-            row.inputReflected, row.outputReflected, row.finalXor};
 }
 
 template <typename F>
@@ -203,6 +140,25 @@ TEST(Crc, MilStd1760XorsWordsRotatedByTheirDistanceFromTheEnd) {
     EXPECT_EQ(sum, 0x0006);
     mil.Compute(two, 2, &sum, 1); // carried: 0x0006 ^ 0x0006
     EXPECT_EQ(sum, 0x0000);
+
+    // Random words of every count up to 70, unaligned, against the word-by-word definition.
+    std::mt19937_64 random(1760);
+    std::vector<unsigned char> bytes70(141);
+    for (auto& b : bytes70) {
+        b = static_cast<unsigned char>(random());
+    }
+    for (unsigned int n = 0; n <= 70; ++n) {
+        unsigned short expected = 0;
+        for (unsigned int k = 1; k <= n; ++k) { // the k-th word from the end
+            unsigned short word = 0;
+            std::memcpy(&word, bytes70.data() + 1 + 2 * (n - k), 2);
+            const unsigned int w = word;
+            const unsigned int rotation = k % 16;
+            expected ^= static_cast<unsigned short>(w << rotation | w >> (16 - rotation));
+        }
+        mil.Compute(bytes70.data() + 1, 2 * n, &sum, 0);
+        ASSERT_EQ(sum, expected) << n << " words";
+    }
 
     // The first of 16 words is at distance 16: rotated by 0. The rest are zero.
     unsigned short sixteen[16] = {0x8001};

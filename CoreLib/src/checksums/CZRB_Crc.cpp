@@ -12,22 +12,28 @@ unsigned __int64 WidthMask(unsigned int width) {
     return width >= 64 ? ~0ULL : (1ULL << width) - 1;
 }
 
-// Fills the 256 entries of the most-significant-bit-first table of the width of Register: the
-// register starts as the index in its top byte and is shifted eight times, XORing the
-// polynomial after every shift out of a set top bit.
+// Fills the 256 entries of the most-significant-bit-first table of the width of Register:
+// entry i is the register that starts as i in its top byte after eight shifts, each XORing the
+// polynomial after a set top bit shifted out. That is linear in i, so the eight one-bit entries
+// are shifted out in full and every other entry is the XOR of two smaller ones.
 template <typename Register>
 std::unique_ptr<Register[]> MakeTable(unsigned __int64 polynomial) {
     constexpr unsigned int width = sizeof(Register) * 8;
     const unsigned __int64 mask = WidthMask(width);
     const unsigned __int64 top = 1ULL << (width - 1);
     std::unique_ptr<Register[]> table(new Register[256]);
-    for (unsigned int i = 0; i < 256; ++i) {
-        unsigned __int64 r = static_cast<unsigned __int64>(i) << (width - 8);
-        for (int bit = 0; bit < 8; ++bit) {
+    table[0] = 0;
+    for (unsigned int bit = 1; bit < 256; bit <<= 1) {
+        unsigned __int64 r = static_cast<unsigned __int64>(bit) << (width - 8);
+        for (int step = 0; step < 8; ++step) {
             r = (r & top) != 0 ? (r << 1) ^ polynomial : r << 1;
             r &= mask;
         }
-        table[i] = static_cast<Register>(r);
+        table[bit] = static_cast<Register>(r);
+    }
+    for (unsigned int i = 3; i < 256; ++i) {
+        const unsigned int lowest = i & (0U - i);
+        table[i] = static_cast<Register>(table[lowest] ^ table[i ^ lowest]);
     }
     return table;
 }
@@ -48,17 +54,9 @@ std::unique_ptr<Register[]> CloneTable(const std::unique_ptr<Register[]>& source
 constexpr unsigned __int64 kMilPending = 1ULL << 16;
 
 // Output reflection over the full register width.
-unsigned char ReflectRegister(unsigned char r, const unsigned char* inversion) {
-    return inversion[r];
-}
-unsigned short ReflectRegister(unsigned short r, const unsigned char*) {
-    return ZRB::ReflectUint16(r);
-}
-unsigned int ReflectRegister(unsigned int r, const unsigned char*) {
-    return ZRB::ReflectUint32(r);
-}
-unsigned __int64 ReflectRegister(unsigned __int64 r, const unsigned char*) {
-    return ZRB::ReflectUint64(r);
+template <typename Register>
+Register ReflectRegister(Register r) {
+    return static_cast<Register>(ZRB_CrcKernel::ReflectLow(r, sizeof(Register) * 8));
 }
 
 } // namespace
@@ -119,6 +117,9 @@ void CZRB_Crc::CreatePolynomial(t_CrcType type, unsigned __int64 polynomial, uns
     }
     BuildCrcTable();
     BuildByteInversionTable();
+    if (m_type >= CRC_TYPE_8 && m_type <= CRC_TYPE_64) {
+        m_plan = ZRB_CrcKernel::MakePlan(m_width, m_polynomial, m_seed, m_inputReflected != 0);
+    }
 }
 
 void CZRB_Crc::Create(t_StdCrc standard) {
@@ -280,7 +281,7 @@ void CZRB_Crc::BuildCrc64Table() {
 
 void CZRB_Crc::BuildByteInversionTable() {
     for (unsigned int i = 0; i < 256; ++i) {
-        m_byteInversion[i] = ZRB::ReflectUint8(static_cast<unsigned char>(i));
+        m_byteInversion[i] = static_cast<unsigned char>(ZRB_CrcKernel::ReflectLow(i, 8));
     }
 }
 
@@ -289,6 +290,7 @@ void CZRB_Crc::DestroyCrcTables() {
     m_table16.reset();
     m_table32.reset();
     m_table64.reset();
+    m_plan.reset();
 }
 
 void CZRB_Crc::DataCopy(const CZRB_Crc& other) {
@@ -310,22 +312,28 @@ void CZRB_Crc::DataCopy(const CZRB_Crc& other) {
     m_table16 = CloneTable(other.m_table16);
     m_table32 = CloneTable(other.m_table32);
     m_table64 = CloneTable(other.m_table64);
+    m_plan = other.m_plan;
 }
 
 template <typename Register>
 void CZRB_Crc::ComputeWithTable(const Register* table, const unsigned char* data,
                                 unsigned __int64 length, Register* crc,
                                 unsigned char continueFlag) const {
-    if (table == nullptr) {
+    if (table == nullptr || !m_plan) {
         throw CZRB_Exception(32, this, 0);
     }
-    const unsigned __int64 mask = WidthMask(sizeof(Register) * 8);
-    Register r = continueFlag != 0 ? *crc : static_cast<Register>(m_seed & mask);
-    r = ZRB_CrcKernel::Run(table, m_byteInversion, m_inputReflected, r, data, length);
-    if (m_outputReflected != 0) {
-        r = ReflectRegister(r, m_byteInversion);
+    // The kernels keep a reflected CRC's register reversed, so the start and the result are
+    // reversed only where the register has to be taken as it stands (a carried value) or the
+    // output reflection differs from the input's.
+    const ZRB_CrcKernel::t_Plan& plan = *m_plan;
+    const unsigned __int64 start =
+        continueFlag != 0 ? ZRB_CrcKernel::KernelForm(plan, *crc) : plan.start;
+    Register r = ZRB_CrcKernel::RunState(plan, table, m_byteInversion, static_cast<Register>(start),
+                                         data, length);
+    if ((m_outputReflected != 0) != plan.reflected) {
+        r = ReflectRegister(r);
     }
-    *crc = static_cast<Register>(r ^ (m_finalXor & mask));
+    *crc = static_cast<Register>(r ^ (m_finalXor & WidthMask(sizeof(Register) * 8)));
 }
 
 void CZRB_Crc::ComputePolynomial(const unsigned char* data, unsigned __int64 length,
@@ -370,14 +378,8 @@ void CZRB_Crc::ComputePolynomial(const CZRB_Uint8Vector& data, unsigned __int64*
 
 void CZRB_Crc::Compute_MilStd1760(const unsigned char* data, unsigned __int64 wordCount,
                                   unsigned short* crc, unsigned char continueFlag) const {
-    unsigned short sum = continueFlag != 0 ? *crc : 0;
-    // The k-th word from the end (k = 1 for the last) is rotated left by k modulo 16.
-    for (unsigned __int64 k = 1; k <= wordCount; ++k) {
-        unsigned short word = 0;
-        std::memcpy(&word, data + 2 * (wordCount - k), sizeof(word));
-        sum ^= ZRB::ShiftRotatedLeft16(word, static_cast<unsigned short>(k % 16));
-    }
-    *crc = sum;
+    const unsigned short start = continueFlag != 0 ? *crc : 0;
+    *crc = static_cast<unsigned short>(start ^ ZRB_CrcKernel::MilStd1760(data, wordCount));
 }
 
 unsigned int CZRB_Crc::IncrementalWidth() const {
@@ -406,17 +408,17 @@ unsigned __int64 CZRB_Crc::Update(unsigned __int64 reg, const void* data,
     const unsigned char* bytes = static_cast<const unsigned char*>(data);
     switch (IncrementalWidth()) {
     case 8:
-        return ZRB_CrcKernel::Run(m_table8.get(), m_byteInversion, m_inputReflected,
+        return ZRB_CrcKernel::Run(m_plan.get(), m_table8.get(), m_byteInversion, m_inputReflected,
                                   static_cast<unsigned char>(reg), bytes, length);
     case 16:
-        return ZRB_CrcKernel::Run(m_table16.get(), m_byteInversion, m_inputReflected,
+        return ZRB_CrcKernel::Run(m_plan.get(), m_table16.get(), m_byteInversion, m_inputReflected,
                                   static_cast<unsigned short>(reg), bytes, length);
     case 32:
-        return ZRB_CrcKernel::Run(m_table32.get(), m_byteInversion, m_inputReflected,
+        return ZRB_CrcKernel::Run(m_plan.get(), m_table32.get(), m_byteInversion, m_inputReflected,
                                   static_cast<unsigned int>(reg), bytes, length);
     case 64:
-        return ZRB_CrcKernel::Run(m_table64.get(), m_byteInversion, m_inputReflected, reg, bytes,
-                                  length);
+        return ZRB_CrcKernel::Run(m_plan.get(), m_table64.get(), m_byteInversion, m_inputReflected,
+                                  reg, bytes, length);
     default:
         break;
     }
@@ -454,10 +456,7 @@ unsigned __int64 CZRB_Crc::Finish(unsigned __int64 reg) const {
     const unsigned __int64 mask = WidthMask(width);
     reg &= mask;
     if (m_outputReflected != 0) {
-        reg = width == 8    ? m_byteInversion[reg]
-              : width == 16 ? ZRB::ReflectUint16(static_cast<unsigned short>(reg))
-              : width == 32 ? ZRB::ReflectUint32(static_cast<unsigned int>(reg))
-                            : ZRB::ReflectUint64(reg);
+        reg = ZRB_CrcKernel::ReflectLow(reg, width);
     }
     return reg ^ (m_finalXor & mask);
 }
