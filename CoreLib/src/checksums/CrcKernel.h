@@ -66,6 +66,10 @@ struct t_Plan {
 // bits of polynomial and seed count).
 std::shared_ptr<const t_Plan> MakePlan(unsigned int width, unsigned __int64 polynomial,
                                        unsigned __int64 seed, bool reflected);
+// The folding and reduction constants alone, with no slicing tables: what the carry-less
+// kernels need, whatever path is active.
+std::shared_ptr<t_Plan> MakeFoldingPlan(unsigned int width, unsigned __int64 polynomial,
+                                        unsigned __int64 seed, bool reflected);
 
 // Fills the slicing-by-16 tables of `plan` (called by MakePlan for the portable kernel).
 void BuildSlices(t_Plan& plan, unsigned __int64 polynomial);

@@ -1,8 +1,10 @@
 #include "checksums/CrcPath.h"
 
+#include "checksums/CrcClmul.h"
 #include "checksums/CrcKernel.h"
 
 #include <atomic>
+#include <initializer_list>
 
 #if defined(__x86_64__)
 #include <cpuid.h>
@@ -59,8 +61,55 @@ unsigned int DetectPaths() {
 }
 #endif
 
+#if defined(__x86_64__)
+// Whether the wide kernel of `path` gives the 128-bit kernel's states for both bit orders and
+// for lengths that reach each of its loops and its tail.
+bool AgreesWithSse41(t_Path path) {
+    const auto kernel = path == PATH_AVX512_VPCLMUL ? RunClmulAvx512 : RunClmulAvx2;
+    unsigned char data[1100];
+    unsigned __int64 noise = 0x9E3779B97F4A7C15ULL;
+    for (unsigned char& byte : data) {
+        noise = noise * 6364136223846793005ULL + 1442695040888963407ULL;
+        byte = static_cast<unsigned char>(noise >> 56);
+    }
+    const struct {
+        unsigned int width;
+        unsigned __int64 polynomial;
+        bool reflected;
+    } configurations[] = {{32, 0x04C11DB7, true},
+                          {64, 0x42F0E1EBA9EA3693ULL, false},
+                          {16, 0x8BB7, false},
+                          {8, 0x07, true}};
+    for (const auto& c : configurations) {
+        const auto plan = MakeFoldingPlan(c.width, c.polynomial, ~0ULL, c.reflected);
+        const unsigned __int64 state =
+            plan->reflected ? plan->start : plan->start << (64 - plan->width);
+        for (unsigned __int64 length : {64, 100, 256, 300, 517, 1100}) {
+            if (kernel(*plan, state, data, length) != RunClmulSse41(*plan, state, data, length)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+#endif
+
+// The detected paths, less any wide kernel that disagrees with the 128-bit one on this
+// processor: a safety net, so that a fault there costs speed, never a wrong checksum.
+unsigned int CheckedPaths() {
+    unsigned int paths = DetectPaths();
+#if defined(__x86_64__)
+    for (t_Path wide : {PATH_AVX2_VPCLMUL, PATH_AVX512_VPCLMUL}) {
+        if ((paths & (1U << wide)) != 0 && !AgreesWithSse41(wide)) {
+            paths &= ~(1U << wide);
+        }
+    }
+#endif
+    return paths;
+}
+
 unsigned int AvailablePaths() {
-    static const unsigned int paths = DetectPaths(); // initialised once, thread-safe
+    static const unsigned int paths = CheckedPaths(); // initialised once, thread-safe
     return paths;
 }
 

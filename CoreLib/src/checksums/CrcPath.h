@@ -15,7 +15,8 @@ enum t_Path : int {
     PATH_COUNT = 4
 };
 
-// Whether this processor, its operating system and this build can run `path`.
+// Whether this processor, its operating system and this build can run `path`. The 256- and
+// 512-bit kernels must also agree with the 128-bit one on a few buffers, checked once.
 LZRB_API bool IsPathAvailable(t_Path path);
 // The fastest available path: the one in use unless another was forced.
 LZRB_API t_Path BestPath();

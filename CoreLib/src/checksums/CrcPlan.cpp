@@ -59,8 +59,8 @@ unsigned __int64 BarrettQuotient(unsigned __int64 low) {
 
 } // namespace
 
-std::shared_ptr<const t_Plan> MakePlan(unsigned int width, unsigned __int64 polynomial,
-                                       unsigned __int64 seed, bool reflected) {
+std::shared_ptr<t_Plan> MakeFoldingPlan(unsigned int width, unsigned __int64 polynomial,
+                                        unsigned __int64 seed, bool reflected) {
     const unsigned __int64 mask = width >= 64 ? ~0ULL : (1ULL << width) - 1;
     const unsigned __int64 low = (polynomial & mask) << (64 - width);
     auto plan = std::make_shared<t_Plan>();
@@ -80,7 +80,14 @@ std::shared_ptr<const t_Plan> MakePlan(unsigned int width, unsigned __int64 poly
     const unsigned __int64 quotient = BarrettQuotient(low);
     plan->quotient = reflected ? Reflect64(quotient) : quotient;
     plan->polynomial = reflected ? Reflect64(low) : low;
+    return plan;
+}
+
+std::shared_ptr<const t_Plan> MakePlan(unsigned int width, unsigned __int64 polynomial,
+                                       unsigned __int64 seed, bool reflected) {
+    std::shared_ptr<t_Plan> plan = MakeFoldingPlan(width, polynomial, seed, reflected);
     if (CurrentPath() == PATH_PORTABLE) {
+        const unsigned __int64 mask = width >= 64 ? ~0ULL : (1ULL << width) - 1;
         BuildSlices(*plan, polynomial & mask);
     }
     return plan;
