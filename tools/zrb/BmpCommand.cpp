@@ -8,6 +8,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 
@@ -26,8 +27,8 @@ std::string WhyNotBmp(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     unsigned char start[18] = {};
     in.read(reinterpret_cast<char*>(start), sizeof start);
-    in.seekg(0, std::ios::end);
-    const long long length = static_cast<long long>(in.tellg());
+    std::error_code error;
+    const auto length = static_cast<long long>(std::filesystem::file_size(path, error));
     const unsigned int headerSize =
         start[14] | start[15] << 8 | start[16] << 16 | static_cast<unsigned int>(start[17]) << 24;
     if (length >= 2 && (start[0] != 'B' || start[1] != 'M')) {
