@@ -8,8 +8,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cctype>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <vector>
 
@@ -139,13 +141,13 @@ int CheckSums(const CrcOptions& options, const std::vector<CrcAlgorithm>& chosen
     }
     const CrcAlgorithm untagged = chosen.empty() ? FindAlgorithm(kDefaultAlgorithm) : chosen[0];
     const std::string listName = options.sumFile == "-" ? "standard input" : options.sumFile;
-    std::string text;
+    std::string listed;
     try {
-        text = ReadWhole(options.sumFile);
+        listed = ReadWhole(options.sumFile);
     } catch (const InputError& e) {
         throw ToolError(e.what());
     }
-    std::istringstream lines(text);
+    std::istringstream lines(listed);
     CheckCounts counts;
     unsigned int number = 0;
     for (std::string text; std::getline(lines, text);) {
