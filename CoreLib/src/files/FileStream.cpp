@@ -1,0 +1,138 @@
+#include "files/FileStream.h"
+
+#include <sys/stat.h>
+#include <sys/types.h>
+
+namespace {
+
+// Bytes read ahead at a time: a few runtime buffers' worth, small enough to stay in cache.
+constexpr std::size_t kReadAhead = 16384;
+
+} // namespace
+
+CZRB_File::CStream::CStream(std::FILE* opened, bool writable)
+    : m_file(opened), m_writable(writable), m_pendingWrite(false), m_lost(false), m_next(0),
+      m_filled(0), m_windowStart(0) {}
+
+CZRB_File::CStream::~CStream() {
+    Close();
+}
+
+void CZRB_File::CStream::Abandon() {
+    m_file = nullptr;
+    m_next = m_filled = 0;
+}
+
+bool CZRB_File::CStream::Close() {
+    if (m_file == nullptr) {
+        return true;
+    }
+    bool done = !m_lost;
+    done = std::fflush(m_file) == 0 && done;
+    done = std::fclose(m_file) == 0 && done;
+    m_file = nullptr;
+    m_next = m_filled = 0;
+    m_pendingWrite = m_lost = false;
+    return done;
+}
+
+unsigned __int64 CZRB_File::CStream::Position() {
+    if (m_next < m_filled) {
+        return m_windowStart + m_next;
+    }
+    const off_t position = ftello(m_file);
+    return position < 0 ? 0 : static_cast<unsigned __int64>(position);
+}
+
+unsigned __int64 CZRB_File::CStream::Length() {
+    FlushPending();
+    struct stat status {};
+    if (fstat(fileno(m_file), &status) == 0 && S_ISREG(status.st_mode)) {
+        const auto length = static_cast<unsigned __int64>(status.st_size);
+        if (m_next < m_filled && length < m_windowStart + m_filled) {
+            DropReadAhead(); // another handle cut the file short: read it again from here
+        }
+        return length;
+    }
+    // Not a regular file: measured by seeking to the end and back.
+    const off_t position = ftello(m_file);
+    fseeko(m_file, 0, SEEK_END);
+    const off_t length = ftello(m_file);
+    if (position >= 0) {
+        fseeko(m_file, position, SEEK_SET);
+    }
+    return length < 0 ? 0 : static_cast<unsigned __int64>(length);
+}
+
+int CZRB_File::CStream::Seek(__int64 offset, int whence) {
+    DropReadAhead();
+    FlushPending();
+    return fseeko(m_file, static_cast<off_t>(offset), whence);
+}
+
+bool CZRB_File::CStream::Flush() {
+    m_pendingWrite = false;
+    if (std::fflush(m_file) != 0) {
+        m_lost = m_lost || m_writable;
+        return false;
+    }
+    return true;
+}
+
+std::size_t CZRB_File::CStream::Read(void* data, std::size_t count, bool& failed) {
+    failed = false;
+    std::size_t done = 0;
+    if (m_next < m_filled) {
+        done = count < m_filled - m_next ? count : m_filled - m_next;
+        std::memcpy(data, m_window.get() + m_next, done);
+        m_next += done;
+    }
+    if (done < count) {
+        FlushPending();
+        std::clearerr(m_file); // a file that grew since its end was met is read on
+        done += std::fread(static_cast<char*>(data) + done, 1, count - done, m_file);
+        failed = std::ferror(m_file) != 0;
+        std::clearerr(m_file);
+    }
+    return done;
+}
+
+std::size_t CZRB_File::CStream::Write(const void* data, std::size_t count) {
+    DropReadAhead();
+    const std::size_t written = std::fwrite(data, 1, count, m_file);
+    m_pendingWrite = true;
+    if (written < count) {
+        m_lost = m_lost || m_writable;
+    }
+    return written;
+}
+
+int CZRB_File::CStream::Refill() {
+    if (!m_window) {
+        m_window.reset(new char[kReadAhead]);
+    }
+    m_next = m_filled = 0;
+    FlushPending();
+    const off_t start = ftello(m_file);
+    m_windowStart = start < 0 ? 0 : static_cast<unsigned __int64>(start);
+    bool failed = false;
+    m_filled = Read(m_window.get(), kReadAhead, failed);
+    if (m_filled > 0) {
+        return 1;
+    }
+    // A failed read at or past the end of the file is the end of the file.
+    return failed && m_windowStart < Length() ? -1 : 0;
+}
+
+void CZRB_File::CStream::DropReadAhead() {
+    if (m_next < m_filled) {
+        fseeko(m_file, static_cast<off_t>(m_windowStart + m_next), SEEK_SET);
+    }
+    m_next = m_filled = 0;
+}
+
+void CZRB_File::CStream::FlushPending() {
+    if (m_pendingWrite) {
+        Flush();
+    }
+}
