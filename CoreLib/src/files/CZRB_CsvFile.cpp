@@ -1,7 +1,6 @@
 #include "CZRB_CsvFile.h"
 
 #include "CZRB_Exception.h"
-#include "text/TagSplit.h"
 
 #include <cstring>
 #include <memory>
@@ -36,67 +35,54 @@ void AppendField(std::string& line, const CZRB_String& field, char separator) {
     }
 }
 
-// Drops the zero bytes and CR of text[begin, end) by moving the runs of other bytes down to
-// `to`, as ReadTextLine drops them; returns the end of the bytes kept.
-std::size_t SqueezeLine(std::string& text, std::size_t begin, std::size_t end, std::size_t to) {
-    char* const data = &text[0];
-    auto find = [data, end](std::size_t from, int byte) {
-        const void* found = std::memchr(data + from, byte, end - from);
-        return found != nullptr ? static_cast<std::size_t>(static_cast<const char*>(found) - data)
-                                : end;
-    };
-    std::size_t zero = find(begin, 0);
-    std::size_t cr = find(begin, '\r');
-    std::size_t run = begin;
-    while (true) {
-        const std::size_t runEnd = zero < cr ? zero : cr;
-        if (to != run) {
-            std::memmove(data + to, data + run, runEnd - run);
-        }
-        to += runEnd - run;
-        if (runEnd == end) {
-            return to;
-        }
-        run = runEnd + 1;
-        zero = zero < run ? find(run, 0) : zero;
-        cr = cr < run ? find(run, '\r') : cr;
-    }
-}
-
 // The result of CheckLines for a file that ReadFile rejects.
 constexpr std::size_t kRejected = static_cast<std::size_t>(-1);
 
-// Cuts `text` (the whole file) into lines the way ReadTextLine reads them and checks that each
-// splits into fieldCount fields, counting the lines in lineCount as ReadFile does. The checked
-// lines are left at the front of text, squeezed and each ended by LF. Returns their number, or
-// kRejected at a line with another field count (lineCount includes it), at a last line of only
-// zero bytes and CR, or when the file could not be read to its end (`complete` false;
-// lineCount then counts the lines before the failed one).
+// Cuts `text` (the whole file) into lines as ReadTextLine reads them (zero bytes and CR
+// dropped, LF ends a line) and each line into fields as ExtractTags splits it, counting the
+// lines in lineCount as ReadFile does. The fields of the lines are left at the front of text,
+// each ended by a zero byte. Returns the number of lines, or kRejected at a line that has
+// another field count (lineCount includes it), at a last line of only zero bytes and CR, or
+// when the file could not be read to its end (`complete` false; lineCount then counts the
+// lines before the one that failed).
 std::size_t CheckLines(std::string& text, bool complete, char separator, unsigned int fieldCount,
                        unsigned int& lineCount) {
     const bool openEnd = !text.empty() && text.back() != '\n';
     if (openEnd) {
-        text += '\n';
+        text += '\n'; // every line ends with LF from here on
     }
+    char* const data = &text[0];
+    const std::size_t size = text.size();
     std::size_t kept = 0;
-    std::size_t begin = 0;
-    while (begin < text.size()) {
-        const auto* feed =
-            static_cast<const char*>(std::memchr(&text[begin], '\n', text.size() - begin));
-        const auto end = static_cast<std::size_t>(feed - text.data());
+    std::size_t next = 0;
+    while (next < size) {
         const std::size_t lineStart = kept;
-        kept = SqueezeLine(text, begin, end, kept);
-        if (openEnd && end + 1 == text.size() && (!complete || kept == lineStart)) {
+        std::size_t separators = 0;
+        for (char c; (c = data[next++]) != '\n';) {
+            if (c == '\0' || c == '\r') {
+                continue;
+            }
+            separators += c == separator ? 1 : 0;
+            data[kept++] = c == separator ? '\0' : c;
+        }
+        if (openEnd && next == size && (!complete || kept == lineStart)) {
             return kRejected;
         }
         ++lineCount;
-        if (ZRB_Detail::CountTags(&text[lineStart], kept - lineStart, separator) != fieldCount) {
+        // As ExtractTags counts: an empty line has no field, and a trailing separator ends the
+        // last field without starting another. Every field is left ended by a zero byte.
+        std::size_t fields = 0;
+        if (kept > lineStart) {
+            const bool trailing = data[kept - 1] == '\0';
+            fields = trailing ? separators : separators + 1;
+            if (!trailing) {
+                data[kept++] = '\0'; // over a byte consumed already: at least the LF
+            }
+        }
+        if (fields != fieldCount) {
             return kRejected;
         }
-        text[kept++] = '\n';
-        begin = end + 1;
     }
-    text.resize(kept);
     return complete ? lineCount : kRejected;
 }
 
@@ -187,28 +173,22 @@ CZRB_StringVector* CZRB_CsvFile::ReadFile(const CZRB_String& path, unsigned int&
     }
     CCloseOnExit closer(*this);
     lineCount = 0;
-    std::string text;
-    const bool complete = ReadToEndFunction(text);
+    std::string fields;
+    const bool complete = ReadToEndFunction(fields);
     // Every line is checked before any record is made, so a rejected file costs no strings.
-    const std::size_t lines = CheckLines(text, complete, m_separator, m_fieldCount, lineCount);
+    const std::size_t lines = CheckLines(fields, complete, m_separator, m_fieldCount, lineCount);
     if (lines == kRejected) {
         return nullptr;
     }
     std::unique_ptr<CZRB_StringVector[]> records(new CZRB_StringVector[lines]);
-    char* line = &text[0];
+    const char* text = fields.data();
     for (std::size_t i = 0; i < lines; ++i) {
-        char* const end = static_cast<char*>(
-            std::memchr(line, '\n', static_cast<std::size_t>(text.data() + text.size() - line)));
-        CZRB_StringVector& record = records[i];
-        record.Create(m_fieldCount);
-        CZRB_String* field = record.GetBuf();
-        // Each field is ended in place by a zero byte over its separator or line feed.
-        ZRB_Detail::ForEachTag(line, static_cast<std::size_t>(end - line), m_separator,
-                               [&field](char* begin, std::size_t count) {
-                                   begin[count] = '\0';
-                                   *field++ = begin;
-                               });
-        line = end + 1;
+        records[i].Create(m_fieldCount);
+        CZRB_String* field = records[i].GetBuf();
+        for (unsigned int k = 0; k < m_fieldCount; ++k, ++field) {
+            *field = text; // fields hold no zero byte: each ends at its own
+            text += field->GetLength() + 1;
+        }
     }
     return records.release();
 }

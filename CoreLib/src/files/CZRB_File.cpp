@@ -284,8 +284,12 @@ unsigned int CZRB_File::ReadTextLine(char* buffer, unsigned int maxChars) {
 }
 
 unsigned int CZRB_File::ReadTextLine(CZRB_String& line) {
-    if (!IsOpen()) {
+    if (!m_stream || !m_stream->IsOpen()) {
         return 24;
+    }
+    if (const char* plain = m_stream->TakePlainLine()) {
+        line = plain;
+        return 0;
     }
     std::string& text = m_stream->m_line;
     text.clear();

@@ -1,5 +1,9 @@
 #include "files/FileStream.h"
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include <sys/stat.h>
 #include <sys/types.h>
 
@@ -12,7 +16,7 @@ constexpr std::size_t kReadAhead = 16384;
 
 CZRB_File::CStream::CStream(std::FILE* opened, bool writable)
     : m_file(opened), m_writable(writable), m_pendingWrite(false), m_lost(false), m_next(0),
-      m_filled(0), m_windowStart(0) {}
+      m_filled(0), m_windowStart(0), m_cutReady(false) {}
 
 CZRB_File::CStream::~CStream() {
     Close();
@@ -107,6 +111,52 @@ std::size_t CZRB_File::CStream::Write(const void* data, std::size_t count) {
     return written;
 }
 
+const char* CZRB_File::CStream::TakePlainLine() {
+    if (m_next >= m_filled) {
+        return nullptr;
+    }
+    if (!m_cutReady) {
+        CutLines();
+    }
+    const char* const text = m_cut.get() + m_next;
+    std::size_t consumed = std::strlen(text); // up to the first zero byte, CR or LF
+    const char* raw = m_window.get() + m_next + consumed;
+    if (m_next + consumed < m_filled && *raw == '\r') {
+        ++consumed; // a CR is allowed right before the LF only
+        ++raw;
+    }
+    if (m_next + consumed >= m_filled || *raw != '\n') {
+        return nullptr;
+    }
+    m_next += consumed + 1;
+    return text;
+}
+
+void CZRB_File::CStream::CutLines() {
+    if (!m_cut) {
+        m_cut.reset(new char[kReadAhead + 1]);
+    }
+    const char* raw = m_window.get();
+    char* cut = m_cut.get();
+    std::size_t i = 0;
+#if defined(__SSE2__)
+    // Sixteen bytes at a time: every x86-64 processor has these instructions.
+    const __m128i feeds = _mm_set1_epi8('\n');
+    const __m128i returns = _mm_set1_epi8('\r');
+    for (; i + 16 <= m_filled; i += 16) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(raw + i));
+        const __m128i ends =
+            _mm_or_si128(_mm_cmpeq_epi8(bytes, feeds), _mm_cmpeq_epi8(bytes, returns));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(cut + i), _mm_andnot_si128(ends, bytes));
+    }
+#endif
+    for (; i < m_filled; ++i) {
+        cut[i] = raw[i] == '\n' || raw[i] == '\r' ? '\0' : raw[i];
+    }
+    cut[m_filled] = '\0';
+    m_cutReady = true;
+}
+
 int CZRB_File::CStream::Refill() {
     if (!m_window) {
         m_window.reset(new char[kReadAhead]);
@@ -117,6 +167,7 @@ int CZRB_File::CStream::Refill() {
     m_windowStart = start < 0 ? 0 : static_cast<unsigned __int64>(start);
     bool failed = false;
     m_filled = Read(m_window.get(), kReadAhead, failed);
+    m_cutReady = false;
     if (m_filled > 0) {
         return 1;
     }

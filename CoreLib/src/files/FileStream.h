@@ -58,6 +58,11 @@ struct CZRB_File::CStream {
     template <class Keep>
     t_LineEnd ReadLine(std::size_t maxChars, Keep keep);
 
+    // The next line when it lies whole in the read-ahead and holds no zero byte or CR, but for
+    // one CR right before its LF: the line is consumed and its text returned, ended by a zero
+    // byte. Null otherwise, with nothing consumed.
+    const char* TakePlainLine();
+
     // Work area for lines that the caller needs as one piece.
     std::string m_line;
 
@@ -69,6 +74,8 @@ private:
     void DropReadAhead();
     // Flushes bytes written since the last flush, so that reading and measuring see them.
     void FlushPending();
+    // Fills m_cut from the read-ahead.
+    void CutLines();
     // Passes the kept bytes of [begin, end) to keep until `kept` reaches maxChars; returns the
     // number of bytes consumed (all of them unless maxChars was reached).
     template <class Keep>
@@ -83,6 +90,10 @@ private:
     std::size_t m_next;
     std::size_t m_filled;
     unsigned __int64 m_windowStart;
+    // The read-ahead with every CR and LF turned into a zero byte and a zero byte behind it, so
+    // that a line's text can be taken as it is (made once per refill, when lines are read).
+    std::unique_ptr<char[]> m_cut;
+    bool m_cutReady;
 };
 
 template <class Keep>
