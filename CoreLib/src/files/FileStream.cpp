@@ -70,7 +70,7 @@ unsigned __int64 CZRB_File::CStream::Length() {
 
 int CZRB_File::CStream::Seek(__int64 offset, int whence) {
     DropReadAhead();
-    FlushPending();
+    Flush(); // also drops anything the runtime read ahead, so the file is read afresh
     return fseeko(m_file, static_cast<off_t>(offset), whence);
 }
 
@@ -85,18 +85,27 @@ bool CZRB_File::CStream::Flush() {
 
 std::size_t CZRB_File::CStream::Read(void* data, std::size_t count, bool& failed) {
     failed = false;
-    std::size_t done = 0;
-    if (m_next < m_filled) {
-        done = count < m_filled - m_next ? count : m_filled - m_next;
-        std::memcpy(data, m_window.get() + m_next, done);
-        m_next += done;
-    }
-    if (done < count) {
-        FlushPending();
-        std::clearerr(m_file); // a file that grew since its end was met is read on
-        done += std::fread(static_cast<char*>(data) + done, 1, count - done, m_file);
-        failed = std::ferror(m_file) != 0;
-        std::clearerr(m_file);
+    char* const target = static_cast<char*>(data);
+    std::size_t done = TakeReadAhead(target, count);
+    while (done < count) {
+        // Whole read-ahead sizes go straight to the caller, the rest through the read-ahead,
+        // so that the runtime never holds bytes read ahead of its own.
+        const std::size_t remaining = count - done;
+        const std::size_t direct = remaining - remaining % kReadAhead;
+        if (direct > 0) {
+            const std::size_t read = ReadRuntime(target + done, direct, failed);
+            done += read;
+            if (read < direct) {
+                break;
+            }
+            continue;
+        }
+        const int refill = Refill();
+        if (refill <= 0) {
+            failed = refill < 0;
+            break;
+        }
+        done += TakeReadAhead(target + done, remaining);
     }
     return done;
 }
@@ -166,13 +175,32 @@ int CZRB_File::CStream::Refill() {
     const off_t start = ftello(m_file);
     m_windowStart = start < 0 ? 0 : static_cast<unsigned __int64>(start);
     bool failed = false;
-    m_filled = Read(m_window.get(), kReadAhead, failed);
+    m_filled = ReadRuntime(m_window.get(), kReadAhead, failed);
     m_cutReady = false;
     if (m_filled > 0) {
         return 1;
     }
     // A failed read at or past the end of the file is the end of the file.
     return failed && m_windowStart < Length() ? -1 : 0;
+}
+
+std::size_t CZRB_File::CStream::TakeReadAhead(char* target, std::size_t count) {
+    const std::size_t available = m_filled - m_next;
+    const std::size_t taken = count < available ? count : available;
+    if (taken > 0) {
+        std::memcpy(target, m_window.get() + m_next, taken);
+        m_next += taken;
+    }
+    return taken;
+}
+
+std::size_t CZRB_File::CStream::ReadRuntime(char* target, std::size_t count, bool& failed) {
+    FlushPending();
+    std::clearerr(m_file); // a file that grew since its end was met is read on
+    const std::size_t read = std::fread(target, 1, count, m_file);
+    failed = std::ferror(m_file) != 0;
+    std::clearerr(m_file);
+    return read;
 }
 
 void CZRB_File::CStream::DropReadAhead() {

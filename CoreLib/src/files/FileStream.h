@@ -70,6 +70,10 @@ private:
     // Reads the next part of the file ahead: 1 when bytes came, 0 at the end, -1 when the read
     // failed while the file still has bytes at the position.
     int Refill();
+    // Moves up to count read-ahead bytes to target; the number moved.
+    std::size_t TakeReadAhead(char* target, std::size_t count);
+    // One runtime read of count bytes; `failed` tells a failed read from the end of the file.
+    std::size_t ReadRuntime(char* target, std::size_t count, bool& failed);
     // Puts the runtime stream back at the position the callers see; no read-ahead is left.
     void DropReadAhead();
     // Flushes bytes written since the last flush, so that reading and measuring see them.
