@@ -15,9 +15,10 @@
 //
 // Reading goes through a read-ahead that belongs to the shared stream, so every copy and every
 // mix of reads, writes and seeks sees the bytes, positions and lengths of reading one byte at
-// a time. Bytes another handle appends are always seen. Bytes another handle changes or cuts
-// off within the read-ahead (at most 16 KiB past the position) are seen after the next seek,
-// write, GetLength or IsEOF; the last two notice at once that the file became shorter.
+// a time. Bytes another handle appends are always read. When another handle cuts the file
+// short, GetLength and IsEOF report the new length and drop what was read ahead past it; bytes
+// it rewrites within the read-ahead (at most 16 KiB past the position) are read afresh after
+// the next seek or write on any copy.
 //
 // Written bytes that the system refuses are never reported as written: every call that flushes
 // returns its failure code, and Close returns 30 once any written byte was lost since Open.

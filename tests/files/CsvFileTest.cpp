@@ -2,6 +2,7 @@
 #include "FileTestSupport.h"
 
 #include <memory>
+#include <sys/stat.h>
 #include <vector>
 
 namespace {
@@ -22,6 +23,19 @@ Outcome ReadWithLibrary(const std::string& path, unsigned int fields, char separ
         }
     }
     return {lines != nullptr, records, lineCount};
+}
+
+// The write system calls this process made so far (-1 when the system does not tell).
+long long WriteCalls() {
+    std::ifstream io("/proc/self/io");
+    std::string key;
+    long long value = 0;
+    while (io >> key >> value) {
+        if (key == "syscw:") {
+            return value;
+        }
+    }
+    return -1;
 }
 
 using CsvFileTest = TempDirTest;
@@ -69,4 +83,25 @@ TEST_F(CsvFileTest, ReadsLfAndCrLfFilesRejectsBadLinesAndAlwaysCloses) {
     EXPECT_EQ(ReadWithLibrary(MakeFile("cr", "1;2\n\r"), 2, ';'), Outcome(false, {}, 1));
     EXPECT_EQ(ReadWithLibrary(PathOf("missing"), 2, ';'), Outcome(false, {}, 12345));
     EXPECT_EQ(OpenDescriptors(), before);
+}
+
+TEST_F(CsvFileTest, EachRecordReachesTheSystemWithOneWriteBeforeTheCallReturns) {
+    const std::string path = PathOf("records.csv");
+    CZRB_CsvFile csv(3, ';', CZRB_File::LINE_END_CR | CZRB_File::LINE_END_LF);
+    ASSERT_EQ(csv.Open(path.c_str(), CZRB_File::OPEN_WRITE | CZRB_File::OPEN_CREATE), 0U);
+    CZRB_StringVector record(3, CZRB_String("field"));
+    const long long before = WriteCalls();
+    off_t expected = 0;
+    for (int i = 0; i < 1000; ++i) {
+        record[1].SetFromNumber(i);
+        ASSERT_EQ(csv.WriteRecord(record), 0U);
+        expected += static_cast<off_t>(14 + record[1].GetLength()); // field;N;field CR LF
+        struct stat status {};
+        ASSERT_EQ(stat(path.c_str(), &status), 0);
+        ASSERT_EQ(status.st_size, expected) << "record " << i << " is not in the file yet";
+    }
+    const long long after = WriteCalls();
+    if (before >= 0 && after >= 0) {
+        EXPECT_EQ(after - before, 1000);
+    }
 }
