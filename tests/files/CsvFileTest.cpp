@@ -2,6 +2,7 @@
 #include "FileTestSupport.h"
 
 #include <memory>
+#include <random>
 #include <sys/stat.h>
 #include <vector>
 
@@ -36,6 +37,39 @@ long long WriteCalls() {
         }
     }
     return -1;
+}
+
+// ReadFile as described: lines by the ReadTextLine rules, fields by the ExtractTags rules.
+Outcome ReadWithModel(const std::string& bytes, unsigned int fields, char separator) {
+    Records records;
+    std::size_t next = 0;
+    while (next < bytes.size()) {
+        std::string line;
+        bool ended = false;
+        for (; next < bytes.size() && !ended; ++next) {
+            const char c = bytes[next];
+            ended = c == '\n';
+            if (!ended && c != '\0' && c != '\r') {
+                line += c;
+            }
+        }
+        if (!ended && line.empty()) {
+            return {false, {}, static_cast<unsigned int>(records.size())};
+        }
+        records.emplace_back();
+        std::size_t start = 0;
+        for (std::size_t stop; (stop = line.find(separator, start)) != std::string::npos;) {
+            records.back().push_back(line.substr(start, stop - start));
+            start = stop + 1;
+        }
+        if (start < line.size()) {
+            records.back().push_back(line.substr(start));
+        }
+        if (records.back().size() != fields) {
+            return {false, {}, static_cast<unsigned int>(records.size())};
+        }
+    }
+    return {true, records, static_cast<unsigned int>(records.size())};
 }
 
 using CsvFileTest = TempDirTest;
@@ -80,8 +114,11 @@ TEST_F(CsvFileTest, ReadsLfAndCrLfFilesRejectsBadLinesAndAlwaysCloses) {
     EXPECT_EQ(ReadWithLibrary(MakeFile("4th", "1;2\n3;4\n5;6\n7\n8;9\n"), 2, ';'),
               Outcome(false, {}, 4));
     EXPECT_EQ(ReadWithLibrary(MakeFile("blank", "1;2\n\n"), 2, ';'), Outcome(false, {}, 2));
-    EXPECT_EQ(ReadWithLibrary(MakeFile("cr", "1;2\n\r"), 2, ';'), Outcome(false, {}, 1));
+    EXPECT_EQ(ReadWithLibrary(MakeFile("end", "1;2\n\r"), 2, ';'), Outcome(false, {}, 1));
     EXPECT_EQ(ReadWithLibrary(PathOf("missing"), 2, ';'), Outcome(false, {}, 12345));
+    // Zero bytes and CR are dropped before the split, even when they are the separator.
+    EXPECT_EQ(ReadWithLibrary(MakeFile("zero", "a\0b\r\n"s), 1, '\0'), Outcome(true, {{"ab"}}, 1));
+    EXPECT_EQ(ReadWithLibrary(MakeFile("cr", "a\rb\n"), 1, '\r'), Outcome(true, {{"ab"}}, 1));
     EXPECT_EQ(OpenDescriptors(), before);
 }
 
@@ -105,4 +142,21 @@ TEST_F(CsvFileTest, EachRecordReachesTheSystemWithOneWriteBeforeTheCallReturns) 
         EXPECT_GE(after - before, 1000);
         EXPECT_LT(after - before, 1100);
     }
+}
+
+TEST_F(CsvFileTest, ReadFileFollowsTheLineAndFieldRulesOnRandomFiles) {
+    std::mt19937 random(5);
+    const char alphabet[] = {'a', 'b', ';', ';', '\n', '\n', '\r', '\0'};
+    int accepted = 0;
+    for (int round = 0; round < 400; ++round) {
+        std::string bytes(random() % 40, 'x');
+        for (char& c : bytes) {
+            c = alphabet[random() % sizeof(alphabet)];
+        }
+        const unsigned int fields = 1 + random() % 3;
+        const Outcome expected = ReadWithModel(bytes, fields, ';');
+        EXPECT_EQ(ReadWithLibrary(MakeFile("random", bytes), fields, ';'), expected) << round;
+        accepted += std::get<0>(expected);
+    }
+    EXPECT_GT(accepted, 20); // the accepted files are compared too, not only the rejected ones
 }

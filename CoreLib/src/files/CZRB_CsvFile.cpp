@@ -58,12 +58,14 @@ std::size_t CheckLines(std::string& text, bool complete, char separator, unsigne
     while (next < size) {
         const std::size_t lineStart = kept;
         std::size_t separators = 0;
+        // Without branches but for the line end: the byte is stored in any case and kept by
+        // advancing past it, a separator stored as the zero byte that ends its field.
         for (char c; (c = data[next++]) != '\n';) {
-            if (c == '\0' || c == '\r') {
-                continue;
-            }
-            separators += c == separator ? 1 : 0;
-            data[kept++] = c == separator ? '\0' : c;
+            const bool isKept = (c != '\0') & (c != '\r');
+            const bool isSeparator = (c == separator) & isKept;
+            data[kept] = isSeparator ? '\0' : c;
+            kept += isKept;
+            separators += isSeparator;
         }
         if (openEnd && next == size && (!complete || kept == lineStart)) {
             return kRejected;
