@@ -291,18 +291,7 @@ unsigned int CZRB_File::ReadTextLine(CZRB_String& line) {
         line = plain;
         return 0;
     }
-    std::string& text = m_stream->m_line;
-    text.clear();
-    const CStream::t_LineEnd end = m_stream->ReadLine(
-        text.max_size(), [&text](const char* run, std::size_t count) { text.append(run, count); });
-    if (end == CStream::LINE_READ_FAILED) {
-        return 30;
-    }
-    if (end == CStream::LINE_STOPPED && text.empty()) {
-        return 24;
-    }
-    line = text.c_str(); // zero bytes were dropped, so the text ends at its terminator
-    return 0;
+    return m_stream->ReadTextLine(line);
 }
 
 unsigned int CZRB_File::WriteText(const char* text) {

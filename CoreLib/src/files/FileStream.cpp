@@ -1,9 +1,5 @@
 #include "files/FileStream.h"
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
-
 #include <sys/stat.h>
 #include <sys/types.h>
 
@@ -120,30 +116,24 @@ std::size_t CZRB_File::CStream::Write(const void* data, std::size_t count) {
     return written;
 }
 
-const char* CZRB_File::CStream::TakePlainLine() {
-    if (m_next >= m_filled) {
-        return nullptr;
+unsigned int CZRB_File::CStream::ReadTextLine(CZRB_String& line) {
+    m_line.clear();
+    const t_LineEnd end = ReadLine(m_line.max_size(), [this](const char* run, std::size_t count) {
+        m_line.append(run, count);
+    });
+    if (end == LINE_READ_FAILED) {
+        return 30;
     }
-    if (!m_cutReady) {
-        CutLines();
+    if (end == LINE_STOPPED && m_line.empty()) {
+        return 24;
     }
-    const char* const text = m_cut.get() + m_next;
-    std::size_t consumed = std::strlen(text); // up to the first zero byte, CR or LF
-    const char* raw = m_window.get() + m_next + consumed;
-    if (m_next + consumed < m_filled && *raw == '\r') {
-        ++consumed; // a CR is allowed right before the LF only
-        ++raw;
-    }
-    if (m_next + consumed >= m_filled || *raw != '\n') {
-        return nullptr;
-    }
-    m_next += consumed + 1;
-    return text;
+    line = m_line.c_str(); // zero bytes were dropped, so the text ends at its terminator
+    return 0;
 }
 
 void CZRB_File::CStream::CutLines() {
     if (!m_cut) {
-        m_cut.reset(new char[kReadAhead + 1]);
+        m_cut.reset(new char[kReadAhead + ZRB_Detail::kCutPadding]()); // padded for PlainLength
     }
     const char* raw = m_window.get();
     char* cut = m_cut.get();

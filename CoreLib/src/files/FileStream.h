@@ -20,6 +20,32 @@
 #include <memory>
 #include <string>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace ZRB_Detail {
+
+// Zero bytes behind the copy of the read-ahead that PlainLength may read past its end.
+constexpr std::size_t kCutPadding = 16;
+
+// strlen, with the usual short line found by one sixteen-byte comparison; it may read up to
+// sixteen bytes from `text` whatever its length.
+inline std::size_t PlainLength(const char* text) {
+#if defined(__SSE2__)
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
+    const int zeros = _mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_setzero_si128()));
+    if (zeros != 0) {
+        return static_cast<std::size_t>(__builtin_ctz(static_cast<unsigned int>(zeros)));
+    }
+    return 16 + std::strlen(text + 16);
+#else
+    return std::strlen(text);
+#endif
+}
+
+} // namespace ZRB_Detail
+
 struct CZRB_File::CStream {
     // How reading a text line ended.
     enum t_LineEnd : int { LINE_FEED, LINE_STOPPED, LINE_READ_FAILED };
@@ -63,8 +89,8 @@ struct CZRB_File::CStream {
     // byte. Null otherwise, with nothing consumed.
     const char* TakePlainLine();
 
-    // Work area for lines that the caller needs as one piece.
-    std::string m_line;
+    // CZRB_File::ReadTextLine(CZRB_String&) for a line that TakePlainLine does not take.
+    unsigned int ReadTextLine(CZRB_String& line);
 
 private:
     // Reads the next part of the file ahead: 1 when bytes came, 0 at the end, -1 when the read
@@ -98,7 +124,29 @@ private:
     // that a line's text can be taken as it is (made once per refill, when lines are read).
     std::unique_ptr<char[]> m_cut;
     bool m_cutReady;
+    std::string m_line; // a line gathered from several runs or read-aheads
 };
+
+inline const char* CZRB_File::CStream::TakePlainLine() {
+    if (m_next >= m_filled) {
+        return nullptr;
+    }
+    if (!m_cutReady) {
+        CutLines();
+    }
+    const char* const text = m_cut.get() + m_next;
+    std::size_t consumed = ZRB_Detail::PlainLength(text); // up to the first zero byte, CR or LF
+    const char* raw = m_window.get() + m_next + consumed;
+    if (m_next + consumed < m_filled && *raw == '\r') {
+        ++consumed; // a CR is allowed right before the LF only
+        ++raw;
+    }
+    if (m_next + consumed >= m_filled || *raw != '\n') {
+        return nullptr;
+    }
+    m_next += consumed + 1;
+    return text;
+}
 
 template <class Keep>
 CZRB_File::CStream::t_LineEnd CZRB_File::CStream::ReadLine(std::size_t maxChars, Keep keep) {
