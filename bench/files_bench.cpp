@@ -1,6 +1,7 @@
 // Files against the standard library doing the same work, in one run so that the ratios hold
 // on a shared machine:
 //   CsvReadFile      / GetlineSplit     a CSV file of 200,000 lines of 3 fields into records
+//                                       (argument: characters added to every field)
 //   ReadTextLine     / Getline          the same file line by line
 //   CsvWriteRecord   / FprintfFflush    50,000 records, each handed to the system at once
 // The write benchmarks also report the system write calls per record (from /proc/self/io).
@@ -21,6 +22,7 @@ namespace {
 
 constexpr int kReadLines = 200000;
 constexpr int kWriteRecords = 50000;
+constexpr int kLongFieldPadding = 20;
 
 // A fresh temporary folder, removed with everything in it.
 class CTempFolder {
@@ -56,17 +58,24 @@ std::vector<std::string> FieldsOf(int i) {
     return {std::to_string(i), "field" + std::to_string(i * 7), "x"};
 }
 
-// The CSV text all read benchmarks share: kReadLines lines of 3 fields, LF ended.
-const CTempFile& CsvFile() {
-    static const CTempFile file([] {
+// The CSV file of the read benchmarks: kReadLines lines of 3 fields, LF ended. With `padding`
+// each field is lengthened by that many characters, past what std::string keeps without a
+// heap block of its own.
+const CTempFile& CsvFile(int padding = 0) {
+    static const auto make = [](int extra) {
         std::string bytes;
         for (int i = 0; i < kReadLines; ++i) {
-            const std::vector<std::string> fields = FieldsOf(i);
+            std::vector<std::string> fields = FieldsOf(i);
+            for (std::string& field : fields) {
+                field.append(static_cast<std::size_t>(extra), 'p');
+            }
             bytes += fields[0] + ';' + fields[1] + ';' + fields[2] + '\n';
         }
         return bytes;
-    }());
-    return file;
+    };
+    static const CTempFile shortFields(make(0));
+    static const CTempFile longFields(make(kLongFieldPadding));
+    return padding == 0 ? shortFields : longFields;
 }
 
 // The number of write system calls this process made so far; -1 when the system does not tell.
@@ -92,7 +101,7 @@ void ReportWriteCalls(benchmark::State& state, long long before) {
 }
 
 void BM_CsvReadFile(benchmark::State& state) {
-    const char* path = CsvFile().Path();
+    const char* path = CsvFile(static_cast<int>(state.range(0))).Path();
     CZRB_CsvFile csv(3, ';', CZRB_File::LINE_END_LF);
     for (auto _ : state) {
         unsigned int lines = 0;
@@ -103,10 +112,10 @@ void BM_CsvReadFile(benchmark::State& state) {
         benchmark::DoNotOptimize(records.get());
     }
 }
-BENCHMARK(BM_CsvReadFile)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_CsvReadFile)->Arg(0)->Arg(kLongFieldPadding)->Unit(benchmark::kMillisecond);
 
 void BM_GetlineSplit(benchmark::State& state) {
-    const char* path = CsvFile().Path();
+    const char* path = CsvFile(static_cast<int>(state.range(0))).Path();
     for (auto _ : state) {
         std::vector<std::vector<std::string>> records;
         std::ifstream in(path, std::ios::binary);
@@ -126,7 +135,7 @@ void BM_GetlineSplit(benchmark::State& state) {
         benchmark::DoNotOptimize(records.data());
     }
 }
-BENCHMARK(BM_GetlineSplit)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_GetlineSplit)->Arg(0)->Arg(kLongFieldPadding)->Unit(benchmark::kMillisecond);
 
 void BM_ReadTextLine(benchmark::State& state) {
     const char* path = CsvFile().Path();

@@ -1,7 +1,8 @@
 // The library's string containers and the splitting of a string into them.
 #include "CZRB_String.h"
 
-#include "text/TagSplit.h"
+#include <cstring>
+#include <functional>
 
 // Exported through the extern declarations in the header.
 template class CZRB_Vector<CZRB_String>;
@@ -16,6 +17,25 @@ t_Compare CompareFor(unsigned char matchCase) {
                           : static_cast<t_Compare>(&CZRB_String::CompareNoMatchingCase);
 }
 
+// Calls field(begin, count) for every field of text[0, length): each separator ends one
+// (empty ones included); the text after the last separator is a field only when it is not
+// empty. So "a,,b" has three fields, ",a" two, "a," one and "" none.
+template <typename Field>
+void ForEachTag(const char* text, std::size_t length, char separator, Field field) {
+    const char* start = text;
+    const char* const end = text + length;
+    while (start < end) {
+        const auto* stop = static_cast<const char*>(
+            std::memchr(start, separator, static_cast<std::size_t>(end - start)));
+        if (stop == nullptr) {
+            field(start, static_cast<std::size_t>(end - start));
+            return;
+        }
+        field(start, static_cast<std::size_t>(stop - start));
+        start = stop + 1;
+    }
+}
+
 } // namespace
 
 void CZRB_String::ExtractTags(char separator, CZRB_StringVector& out) const {
@@ -23,29 +43,30 @@ void CZRB_String::ExtractTags(char separator, CZRB_StringVector& out) const {
         out.DeleteAll();
         return;
     }
-    if (this >= out.GetBuf() && this < out.GetBuf() + out.GetLength()) {
+    const CZRB_String* const first = out.GetBuf();
+    const std::less<const CZRB_String*> before; // ordered even across unrelated objects
+    if (first != nullptr && !before(this, first) && before(this, first + out.GetLength())) {
         // Splitting one of the vector's own elements: its text must outlive the vector's.
         CZRB_String(*this).ExtractTags(separator, out);
         return;
     }
-    const auto count =
-        static_cast<unsigned int>(ZRB_Detail::CountTags(m_buffer, m_length, separator));
+    unsigned int count = 0;
+    ForEachTag(m_buffer, m_length, separator, [&count](const char*, std::size_t) { ++count; });
     // The vector is sized to the field count (at least one: the text is not empty); one that
     // already has that size keeps its elements, which are all overwritten below.
     if (out.GetLength() != count) {
         out.Create(count);
     }
     CZRB_String* field = out.GetBuf();
-    ZRB_Detail::ForEachTag(m_buffer, m_length, separator,
-                           [&field](const char* begin, std::size_t n) {
-                               (field++)->AssignFunction(begin, static_cast<unsigned int>(n));
-                           });
+    ForEachTag(m_buffer, m_length, separator, [&field](const char* begin, std::size_t n) {
+        (field++)->AssignFunction(begin, static_cast<unsigned int>(n));
+    });
 }
 
 void CZRB_String::ExtractTags(char separator, CZRB_StringList& out) const {
     auto split = [&out, separator](const char* text, unsigned int length) {
         out.DeleteAll();
-        ZRB_Detail::ForEachTag(text, length, separator, [&out](const char* begin, std::size_t n) {
+        ForEachTag(text, length, separator, [&out](const char* begin, std::size_t n) {
             out.AppendItem()->AssignFunction(begin, static_cast<unsigned int>(n));
         });
     };
