@@ -20,8 +20,10 @@ namespace {
 // The longest full path handed out: a work area of 4096 characters with its terminator.
 constexpr std::size_t kMaxFullPath = 4095;
 
-// The smallest read of ReadToEndFunction.
+// The smallest and the largest first read of ReadToEndFunction: memory grows with the bytes
+// that actually come, whatever length the file claims.
 constexpr std::size_t kMinimumReadToEnd = 65536;
+constexpr std::size_t kLargestFirstReadToEnd = 64 * 1024 * 1024;
 
 // The low 32 bits of a 64-bit length, as the runtime calls take them.
 std::size_t Low32(unsigned __int64 length) {
@@ -251,7 +253,9 @@ bool CZRB_File::ReadToEndFunction(std::string& bytes) {
     // The first read asks for one byte more than the file holds, so that it also meets the end.
     const unsigned __int64 position = GetPos();
     const unsigned __int64 length = GetLength();
-    std::size_t request = length > position ? static_cast<std::size_t>(length - position) + 1 : 0;
+    const unsigned __int64 left = length > position ? length - position : 0;
+    std::size_t request =
+        left < kLargestFirstReadToEnd ? static_cast<std::size_t>(left) + 1 : kLargestFirstReadToEnd;
     request = request < kMinimumReadToEnd ? kMinimumReadToEnd : request;
     while (true) {
         const std::size_t before = bytes.size();
@@ -262,7 +266,7 @@ bool CZRB_File::ReadToEndFunction(std::string& bytes) {
         if (failed || read < request) {
             return !failed;
         }
-        request = kMinimumReadToEnd; // the file grew while it was read
+        request = bytes.size(); // more came than the first read asked for: double the room
     }
 }
 
