@@ -32,9 +32,9 @@ public:
     void Close();
 
     // Writes the record as one line: each field formatted by FormatField, separators between
-    // the fields, then the line end. 2 without writing when the record does not have exactly
-    // the field count; otherwise the result of CZRB_File::WriteTextLine (0, 19 closed, 30 failed
-    // write).
+    // the fields, then the line end; the line reaches the system before the call returns. 2
+    // without writing when the record does not have exactly the field count; otherwise the
+    // result of CZRB_File::WriteTextLine (0, 19 closed, 30 when the system refused the line).
     unsigned int WriteRecord(CZRB_StringVector& record);
     // The same for a list; the list is walked with its cursor from the first item (the cursor is
     // moved by the call).

@@ -13,6 +13,16 @@
 // without Close is left open, see Open). Close on any copy closes the shared stream for all
 // of them; the others then report a closed file (19).
 //
+// Reading goes through a read-ahead that belongs to the shared stream, so every copy and every
+// mix of reads, writes and seeks sees the bytes, positions and lengths of reading one byte at
+// a time. Bytes another handle appends are always read. When another handle cuts the file
+// short, GetLength and IsEOF report the new length and drop what was read ahead past it; bytes
+// it rewrites within the read-ahead (at most 16 KiB past the position) are read afresh after
+// the next seek or write on any copy.
+//
+// Written bytes that the system refuses are never reported as written: every call that flushes
+// returns its failure code, and Close returns 30 once any written byte was lost since Open.
+//
 // Paths: the full path is the absolute path against the current directory, with "." and ".."
 // resolved lexically, and at most 4095 characters. Only the backslash separates the name from
 // its folder in GetNameFromPath and GetPathFromPath; a forward slash is an ordinary character.
@@ -23,6 +33,7 @@
 #include "CZRB_String.h"
 
 #include <memory>
+#include <string>
 
 class LZRB_API CZRB_File : public CZRB_Object {
 public:
@@ -46,12 +57,14 @@ public:
 
     // Opens `path`: read+write+create "w+b", read+write "r+b", write+create "wb", write alone
     // "ab" (append), read alone "rb" (create ignored). 1 when neither read nor write is given or
-    // the file cannot be opened (the object is then unchanged); else positions at the start,
+    // the file cannot be opened, a folder included (the object is then unchanged); else
+    // positions at the start,
     // stores flags and path, 0. Kept as shipped: a stream already open is not closed by this
     // call and stays open (the caller closes first); copies that share it keep using it.
     unsigned int Open(const CZRB_String& path, unsigned int flags);
     // Flushes and closes an open stream (for every copy sharing it); flags become 0, the name
-    // stays. Always 0.
+    // stays. 30 when the final flush or the close failed or written bytes were lost since
+    // Open (the stream is closed all the same), else 0.
     unsigned int Close();
     // 1 when a stream is open.
     unsigned char IsOpen() const;
@@ -71,12 +84,13 @@ public:
     unsigned __int64 GetLength() const;
     // 1 when the position is at or beyond the length (a closed file is at its end).
     unsigned char IsEOF() const;
-    // 19 if closed or if the flush fails, else 0.
+    // Hands written bytes to the system: 19 if closed or if the flush fails, else 0.
     unsigned int Flush();
 
     // One write of the low 32 bits of `length` bytes; flushes when `flush` is non-zero. 19 if
-    // closed; 30 if fewer bytes were written or the high 32 bits of `length` are non-zero
-    // (the write has then already happened).
+    // closed; 30 if fewer bytes were written, the flush failed or the high 32 bits of `length`
+    // are non-zero (the write has then already happened). Without flush the bytes may wait in
+    // the stream, and a failure shows in a later flush or Close.
     unsigned int Write(void* data, unsigned __int64 length, unsigned char flush);
     // One read of the low 32 bits of `length` bytes. 19 if closed; 30 if fewer bytes came or
     // the high 32 bits of `length` are non-zero.
@@ -94,13 +108,15 @@ public:
     unsigned int ReadTextLine(CZRB_String& line);
 
     // Writes the text without terminator in one write, then flushes. An empty (or null) text
-    // writes nothing and gives 0; else 19 if closed, 30 if the write was short.
+    // writes nothing and gives 0; else 19 if closed, 30 if the write or the flush failed.
     unsigned int WriteText(const char* text);
     // WriteText of the string's characters up to its first zero byte.
     unsigned int WriteText(const CZRB_String& text);
-    // WriteText, then each as one byte with its own write and flush, in this fixed order: a
-    // zero byte (LINE_END_NUL), CR (LINE_END_CR), LF (LINE_END_LF). So 0x6 gives CR LF. The first
-    // failure is returned: 19 if closed, 30 if a write failed.
+    // Writes the text (as WriteText), then the line end bytes in this fixed order: a zero byte
+    // (LINE_END_NUL), CR (LINE_END_CR), LF (LINE_END_LF). So 0x6 gives CR LF. The whole line
+    // reaches the system before the call returns, with one flush. 0 when nothing is to be
+    // written (empty text, no line end); else 19 if closed, 30 if a write or the flush failed
+    // (a text not written completely gets no line end).
     unsigned int WriteTextLine(const char* text, unsigned int lineEnd);
     // Forwards to WriteTextLine(text.GetStringC(), lineEnd).
     unsigned int WriteTextLine(const CZRB_String& text, unsigned int lineEnd);
@@ -118,7 +134,8 @@ public:
     static unsigned int DeleteFile(const CZRB_String& path);
     // Copies `source` to `destination` (created or truncated) in blocks of blockSize bytes,
     // flushing after each. 1 if either file cannot be opened, 30 on a short read or write, else
-    // 0. Throws CZRB_Exception 9 (zero size) for blockSize 0, after both files were opened
+    // 0; a folder as either path gives 1, a flush or close of the copy that fails gives 30.
+    // Throws CZRB_Exception 9 (zero size) for blockSize 0, after both files were opened
     // (the destination is then empty); both files are closed in every case.
     static unsigned int CopyFile(const CZRB_String& destination, const CZRB_String& source,
                                  unsigned int blockSize);
@@ -134,6 +151,10 @@ public:
 protected:
     // Shares the stream of `other` and copies its flags and name.
     void DataCopy(const CZRB_File& other);
+    // Appends every byte from the position to the end of the file to `bytes` and leaves the
+    // position there. false when no stream is open or a read failed (the bytes before the
+    // failure are appended).
+    bool ReadToEndFunction(std::string& bytes);
 
 private:
     struct CStream;

@@ -31,8 +31,8 @@ public:
     void ToStart() override;
     // Appends through the cache; a cache that fills is written as one block and flushed when
     // the block was written completely. Throws 30 when no file is attached, 23 while reading,
-    // 9 when the block size is 0 and count is not. Kept as shipped: failed writes of the file
-    // are not reported.
+    // 9 when the block size is 0 and count is not. A block the system refuses is not thrown:
+    // it sets the last error to 30, and the file's Close then returns 30.
     void AppendData(void* data, unsigned int count) override;
     // Retrieves through the cache, refilling it one block at a time and recording each refill's
     // outcome as the last error. Throws 24 while writing, 3 when position + count passes the
@@ -45,13 +45,14 @@ public:
     // already attached, 2 for any other access, 19 when the file is null or not open, 10 when
     // the file was not opened for that direction; 0 on success. Nothing changes on failure.
     virtual unsigned int AttachFile(CZRB_File* file, t_Access access);
-    // When writing, writes the cached bytes in one write and flushes when all were written;
-    // then detaches. Access and size are kept.
+    // When writing, writes the cached bytes in one write and flushes when all were written
+    // (a refusal sets the last error to 30); then detaches. Access and size are kept.
     virtual void Close();
     // Detaches without writing anything. Access and size are kept.
     virtual void Abort();
 
-    // The outcome of the last cache refill: 0 a full block, 30 a shorter read, 19 no stream.
+    // The outcome of the last cache refill: 0 a full block, 30 a shorter read, 19 no stream;
+    // also 30 after a block write or flush that the system refused.
     unsigned __int64 GetLastError() const;
 
 protected:
@@ -61,6 +62,8 @@ protected:
 private:
     // Reads the next block of the file into the cache and records the outcome.
     void RefillCache();
+    // Writes the first count cache bytes to the file and flushes; a failure sets last error 30.
+    void WriteCache(unsigned __int64 count);
     // Throws CZRB_Exception 9 when there is data to move but the cache has no room.
     void CheckBlockSize(unsigned int count);
 

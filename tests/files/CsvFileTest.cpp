@@ -2,6 +2,8 @@
 #include "FileTestSupport.h"
 
 #include <memory>
+#include <random>
+#include <sys/stat.h>
 #include <vector>
 
 namespace {
@@ -22,6 +24,43 @@ Outcome ReadWithLibrary(const std::string& path, unsigned int fields, char separ
         }
     }
     return {lines != nullptr, records, lineCount};
+}
+
+// The write system calls this process made so far (-1 when the system does not tell).
+long long WriteCalls() {
+    std::ifstream io("/proc/self/io");
+    std::string key;
+    long long value = 0;
+    while (io >> key >> value) {
+        if (key == "syscw:") {
+            return value;
+        }
+    }
+    return -1;
+}
+
+// ReadFile step by step as described: ReadTextLine and ExtractTags while bytes are left.
+Outcome ReadLineByLine(const std::string& path, unsigned int fields, char separator) {
+    CZRB_File file;
+    file.Open(path.c_str(), CZRB_File::OPEN_READ);
+    Records records;
+    CZRB_String line;
+    while (file.GetPos() < file.GetLength()) {
+        CZRB_StringVector tags;
+        const bool read = file.ReadTextLine(line) == 0;
+        line.ExtractTags(separator, tags);
+        if (!read) {
+            return {false, {}, static_cast<unsigned int>(records.size())};
+        }
+        records.emplace_back();
+        for (unsigned int k = 0; k < tags.GetLength(); ++k) {
+            records.back().push_back(Str(tags[k]));
+        }
+        if (tags.GetLength() != fields) {
+            return {false, {}, static_cast<unsigned int>(records.size())};
+        }
+    }
+    return {true, records, static_cast<unsigned int>(records.size())};
 }
 
 using CsvFileTest = TempDirTest;
@@ -66,7 +105,50 @@ TEST_F(CsvFileTest, ReadsLfAndCrLfFilesRejectsBadLinesAndAlwaysCloses) {
     EXPECT_EQ(ReadWithLibrary(MakeFile("4th", "1;2\n3;4\n5;6\n7\n8;9\n"), 2, ';'),
               Outcome(false, {}, 4));
     EXPECT_EQ(ReadWithLibrary(MakeFile("blank", "1;2\n\n"), 2, ';'), Outcome(false, {}, 2));
-    EXPECT_EQ(ReadWithLibrary(MakeFile("cr", "1;2\n\r"), 2, ';'), Outcome(false, {}, 1));
+    EXPECT_EQ(ReadWithLibrary(MakeFile("end", "1;2\n\r"), 2, ';'), Outcome(false, {}, 1));
     EXPECT_EQ(ReadWithLibrary(PathOf("missing"), 2, ';'), Outcome(false, {}, 12345));
+    // Zero bytes and CR are dropped before the split, even when they are the separator.
+    EXPECT_EQ(ReadWithLibrary(MakeFile("zero", "a\0b\r\n"s), 1, '\0'), Outcome(true, {{"ab"}}, 1));
+    EXPECT_EQ(ReadWithLibrary(MakeFile("cr", "a\rb\n"), 1, '\r'), Outcome(true, {{"ab"}}, 1));
     EXPECT_EQ(OpenDescriptors(), before);
+}
+
+TEST_F(CsvFileTest, EachRecordReachesTheSystemWithOneWriteBeforeTheCallReturns) {
+    const std::string path = PathOf("records.csv");
+    CZRB_CsvFile csv(3, ';', CZRB_File::LINE_END_CR | CZRB_File::LINE_END_LF);
+    ASSERT_EQ(csv.Open(path.c_str(), CZRB_File::OPEN_WRITE | CZRB_File::OPEN_CREATE), 0U);
+    CZRB_StringVector record(3, CZRB_String("field"));
+    const long long before = WriteCalls();
+    off_t expected = 0;
+    for (int i = 0; i < 1000; ++i) {
+        record[1].SetFromNumber(i);
+        ASSERT_EQ(csv.WriteRecord(record), 0U);
+        expected += static_cast<off_t>(14 + record[1].GetLength()); // field;N;field CR LF
+        struct stat status {};
+        ASSERT_EQ(stat(path.c_str(), &status), 0);
+        ASSERT_EQ(status.st_size, expected) << "record " << i << " is not in the file yet";
+    }
+    const long long after = WriteCalls();
+    if (before >= 0 && after >= 0) { // one write per record; the process may make a few more
+        EXPECT_GE(after - before, 1000);
+        EXPECT_LT(after - before, 1100);
+    }
+}
+
+TEST_F(CsvFileTest, ReadFileReadsRandomFilesAsReadTextLineAndExtractTagsDo) {
+    std::mt19937 random(5);
+    const char alphabet[] = {'a', 'b', ';', ';', '\n', '\n', '\r', '\0'};
+    int accepted = 0;
+    for (int round = 0; round < 400; ++round) {
+        std::string bytes(random() % 40, 'x');
+        for (char& c : bytes) {
+            c = alphabet[random() % sizeof(alphabet)];
+        }
+        const std::string path = MakeFile("random", bytes);
+        const unsigned int fields = 1 + random() % 3;
+        const Outcome expected = ReadLineByLine(path, fields, ';');
+        EXPECT_EQ(ReadWithLibrary(path, fields, ';'), expected) << round;
+        accepted += std::get<0>(expected);
+    }
+    EXPECT_GT(accepted, 20); // the accepted files are compared too, not only the rejected ones
 }

@@ -294,6 +294,14 @@ TEST(String, ExtractTagsIntoVectorAndList) {
             EXPECT_EQ(Str(list[i]), tags[i]) << text;
         }
     }
+    // Splitting one of the target's own elements replaces the target all the same.
+    CZRB_StringVector vector(2, CZRB_String("x;y;z"));
+    CZRB_StringList list(2, CZRB_String("x;y;z"));
+    vector[1].ExtractTags(';', vector);
+    list[1].ExtractTags(';', list);
+    for (unsigned int i = 0; i < 3; ++i) {
+        EXPECT_EQ(Str(vector[i]) + Str(list[i]), std::string(2, "xyz"[i]));
+    }
 }
 
 TEST(String, NamedContainersSortWithOrWithoutCase) {

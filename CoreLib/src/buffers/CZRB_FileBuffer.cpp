@@ -87,9 +87,7 @@ void CZRB_FileBuffer::AppendData(void* data, unsigned int count) {
         if (offset + static_cast<unsigned __int64>(chunk) >= blockSize) {
             const unsigned int head = blockSize - offset;
             std::memcpy(m_cache + offset, source, head);
-            if (m_file->Write(m_cache, blockSize, 0) == 0) {
-                m_file->Flush();
-            }
+            WriteCache(blockSize);
             std::memcpy(m_cache, source + head, chunk - head);
             m_cacheOffset = chunk - head;
         } else {
@@ -163,11 +161,16 @@ unsigned int CZRB_FileBuffer::AttachFile(CZRB_File* file, t_Access access) {
 
 void CZRB_FileBuffer::Close() {
     if (m_file != nullptr && m_access == ACCESS_WRITE && m_cacheOffset > 0) {
-        if (m_file->Write(m_cache, m_cacheOffset, 0) == 0) {
-            m_file->Flush();
-        }
+        WriteCache(m_cacheOffset);
     }
     Abort();
+}
+
+void CZRB_FileBuffer::WriteCache(unsigned __int64 count) {
+    // The flush only follows a complete write; either failing is recorded, never thrown.
+    if (m_file->Write(m_cache, count, 0) != 0 || m_file->Flush() != 0) {
+        m_lastError = 30;
+    }
 }
 
 void CZRB_FileBuffer::Abort() {

@@ -2,7 +2,7 @@
 
 #include "CZRB_Exception.h"
 
-#include <deque>
+#include <cstring>
 #include <memory>
 #include <string>
 
@@ -20,9 +20,72 @@ private:
     CZRB_CsvFile& m_file;
 };
 
-// Appends the text of `field` (all its characters) to `line`.
-void AppendText(std::string& line, const CZRB_String& field) {
-    line.append(field.GetStringC(), field.GetLength());
+// Appends the text written for `field`: enclosed in double quotes when it holds the
+// separator, else unchanged (the FormatField rule).
+void AppendField(std::string& line, const CZRB_String& field, char separator) {
+    const char* text = field.GetStringC();
+    const std::size_t length = field.GetLength();
+    const bool quoted = std::memchr(text, separator, length) != nullptr;
+    if (quoted) {
+        line += '"';
+    }
+    line.append(text, length);
+    if (quoted) {
+        line += '"';
+    }
+}
+
+// The result of CheckLines for a file that ReadFile rejects.
+constexpr std::size_t kRejected = static_cast<std::size_t>(-1);
+
+// Cuts `text` (the whole file) into lines as ReadTextLine reads them (zero bytes and CR
+// dropped, LF ends a line) and each line into fields as ExtractTags splits it, counting the
+// lines in lineCount as ReadFile does. The fields of the lines are left at the front of text,
+// each ended by a zero byte. Returns the number of lines, or kRejected at a line that has
+// another field count (lineCount includes it), at a last line of only zero bytes and CR, or
+// when the file could not be read to its end (`complete` false; lineCount then counts the
+// lines before the one that failed).
+std::size_t CheckLines(std::string& text, bool complete, char separator, unsigned int fieldCount,
+                       unsigned int& lineCount) {
+    const bool openEnd = !text.empty() && text.back() != '\n';
+    if (openEnd) {
+        text += '\n'; // every line ends with LF from here on
+    }
+    char* const data = &text[0];
+    const std::size_t size = text.size();
+    std::size_t kept = 0;
+    std::size_t next = 0;
+    while (next < size) {
+        const std::size_t lineStart = kept;
+        std::size_t separators = 0;
+        // Without branches but for the line end: the byte is stored in any case and kept by
+        // advancing past it, a separator stored as the zero byte that ends its field.
+        for (char c; (c = data[next++]) != '\n';) {
+            const bool isKept = (c != '\0') & (c != '\r');
+            const bool isSeparator = (c == separator) & isKept;
+            data[kept] = isSeparator ? '\0' : c;
+            kept += isKept;
+            separators += isSeparator;
+        }
+        if (openEnd && next == size && (!complete || kept == lineStart)) {
+            return kRejected;
+        }
+        ++lineCount;
+        // As ExtractTags counts: an empty line has no field, and a trailing separator ends the
+        // last field without starting another. Every field is left ended by a zero byte.
+        std::size_t fields = 0;
+        if (kept > lineStart) {
+            const bool trailing = data[kept - 1] == '\0';
+            fields = trailing ? separators : separators + 1;
+            if (!trailing) {
+                data[kept++] = '\0'; // over a byte consumed already: at least the LF
+            }
+        }
+        if (fields != fieldCount) {
+            return kRejected;
+        }
+    }
+    return complete ? lineCount : kRejected;
 }
 
 } // namespace
@@ -86,7 +149,7 @@ unsigned int CZRB_CsvFile::WriteRecord(CZRB_StringVector& record) {
         if (i != 0) {
             line += m_separator;
         }
-        AppendText(line, FormatField(record[i]));
+        AppendField(line, record[i], m_separator);
     }
     return CZRB_File::WriteTextLine(line.c_str(), m_lineEnd);
 }
@@ -101,7 +164,7 @@ unsigned int CZRB_CsvFile::WriteRecord(CZRB_StringList& record) {
         if (i != 0) {
             line += m_separator;
         }
-        AppendText(line, FormatField(record.Next(1)));
+        AppendField(line, record.Next(1), m_separator);
     }
     return CZRB_File::WriteTextLine(line.c_str(), m_lineEnd);
 }
@@ -112,23 +175,22 @@ CZRB_StringVector* CZRB_CsvFile::ReadFile(const CZRB_String& path, unsigned int&
     }
     CCloseOnExit closer(*this);
     lineCount = 0;
-    std::deque<CZRB_StringVector> records;
-    CZRB_String line;
-    while (GetPos() < GetLength()) {
-        if (ReadTextLine(line) != 0) {
-            return nullptr;
-        }
-        records.emplace_back();
-        line.ExtractTags(m_separator, records.back());
-        ++lineCount;
-        if (records.back().GetLength() != m_fieldCount) {
-            return nullptr;
+    std::string fields;
+    const bool complete = ReadToEndFunction(fields);
+    // Every line is checked before any record is made, so a rejected file costs no strings.
+    const std::size_t lines = CheckLines(fields, complete, m_separator, m_fieldCount, lineCount);
+    if (lines == kRejected) {
+        return nullptr;
+    }
+    std::unique_ptr<CZRB_StringVector[]> records(new CZRB_StringVector[lines]);
+    const char* text = fields.data();
+    for (std::size_t i = 0; i < lines; ++i) {
+        records[i].Create(m_fieldCount);
+        CZRB_String* field = records[i].GetBuf();
+        for (unsigned int k = 0; k < m_fieldCount; ++k, ++field) {
+            *field = text; // fields hold no zero byte: each ends at its own
+            text += field->GetLength() + 1;
         }
     }
-    std::unique_ptr<CZRB_StringVector[]> result(new CZRB_StringVector[lineCount]);
-    for (unsigned int i = 0; i < lineCount; ++i) {
-        result[i] = records.front();
-        records.pop_front();
-    }
-    return result.release();
+    return records.release();
 }

@@ -2,9 +2,11 @@
 
 #include "CZRB_Exception.h"
 #include "CZRB_Uint8Vector.h"
+#include "files/FileStream.h"
 
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <string>
 #include <sys/stat.h>
 #include <sys/types.h>
@@ -18,43 +20,30 @@ namespace {
 // The longest full path handed out: a work area of 4096 characters with its terminator.
 constexpr std::size_t kMaxFullPath = 4095;
 
+// The smallest and the largest first read of ReadToEndFunction: memory grows with the bytes
+// that actually come, whatever length the file claims.
+constexpr std::size_t kMinimumReadToEnd = 65536;
+constexpr std::size_t kLargestFirstReadToEnd = 64 * 1024 * 1024;
+
 // The low 32 bits of a 64-bit length, as the runtime calls take them.
 std::size_t Low32(unsigned __int64 length) {
     return static_cast<std::size_t>(length & 0xFFFFFFFFULL);
 }
 
-// How a text line scan ended: at LF, at the length or the character limit, or on a failed read.
-enum t_LineScan : int { LINE_ENDED, LINE_STOPPED, LINE_READ_FAILED };
-
-// A caller's character buffer seen as a growing line.
-struct CharacterLine {
-    char* buffer;
-    unsigned int stored;
-    std::size_t size() const { return stored; }
-    void push_back(char c) { buffer[stored++] = c; }
-};
-
-// The byte rules of both ReadTextLine forms: reads one byte at a time from `position` up to
-// `length` (the position is counted here instead of being told for every byte), drops NUL and
-// CR, ends at LF and stores every other byte in `line` while it holds fewer than `maxChars`.
-template <typename Line>
-t_LineScan ScanTextLine(std::FILE* file, unsigned __int64 position, unsigned __int64 length,
-                        std::size_t maxChars, Line& line) {
-    while (position < length && line.size() < maxChars) {
-        const int byte = std::getc(file);
-        if (byte == EOF) {
-            return LINE_READ_FAILED;
-        }
-        ++position;
-        if (byte == 0 || byte == '\r') {
-            continue;
-        }
-        if (byte == '\n') {
-            return LINE_ENDED;
-        }
-        line.push_back(static_cast<char>(byte));
+// The line-end bytes of WriteTextLine in their fixed order, for the flags of `lineEnd`; the
+// number of bytes.
+std::size_t LineEndBytes(unsigned int lineEnd, char (&bytes)[3]) {
+    std::size_t count = 0;
+    if ((lineEnd & CZRB_File::LINE_END_NUL) != 0) {
+        bytes[count++] = '\0';
     }
-    return LINE_STOPPED;
+    if ((lineEnd & CZRB_File::LINE_END_CR) != 0) {
+        bytes[count++] = '\r';
+    }
+    if ((lineEnd & CZRB_File::LINE_END_LF) != 0) {
+        bytes[count++] = '\n';
+    }
+    return count;
 }
 
 // The absolute form of `path` against `base` (itself absolute), with empty parts and "."
@@ -112,25 +101,6 @@ std::string CurrentDirectory() {
 
 } // namespace
 
-// The stream shared by every copy of one opened file. The last owner flushes and closes it.
-struct CZRB_File::CStream {
-    std::FILE* file;
-
-    explicit CStream(std::FILE* opened) : file(opened) {}
-    ~CStream() { CloseFile(); }
-    CStream(const CStream&) = delete;
-    CStream& operator=(const CStream&) = delete;
-
-    // Flushes and closes the stream once; later calls find it closed.
-    void CloseFile() {
-        if (file != nullptr) {
-            std::fflush(file);
-            std::fclose(file);
-            file = nullptr;
-        }
-    }
-};
-
 CZRB_File::CZRB_File() : m_openFlags(0) {}
 
 CZRB_File::CZRB_File(const CZRB_File& other) : CZRB_Object(other), m_openFlags(0) {
@@ -143,8 +113,8 @@ CZRB_File& CZRB_File::operator=(const CZRB_File& other) {
 }
 
 CZRB_File::~CZRB_File() {
-    if (m_stream && m_stream->file != nullptr) {
-        std::fflush(m_stream->file);
+    if (IsOpen()) {
+        m_stream->Flush();
     }
 }
 
@@ -175,28 +145,32 @@ unsigned int CZRB_File::Open(const CZRB_String& path, unsigned int flags) {
     if (file == nullptr) {
         return 1;
     }
+    // A folder opens for reading here, but it is not a file: refused like a missing one.
+    struct stat status {};
+    if (fstat(fileno(file), &status) == 0 && S_ISDIR(status.st_mode)) {
+        std::fclose(file);
+        return 1;
+    }
     std::fseek(file, 0, SEEK_SET);
     if (m_stream && m_stream.use_count() == 1) {
         // Kept as shipped: a stream still open here is not closed (the caller closes first);
         // this object only lets go of it.
-        m_stream->file = nullptr;
+        m_stream->Abandon();
     }
-    m_stream = std::make_shared<CStream>(file);
+    m_stream = std::make_shared<CStream>(file, write);
     m_openFlags = flags;
     m_name = path;
     return 0;
 }
 
 unsigned int CZRB_File::Close() {
-    if (m_stream) {
-        m_stream->CloseFile();
-    }
+    const bool closed = m_stream ? m_stream->Close() : true;
     m_openFlags = 0;
-    return 0;
+    return closed ? 0 : 30;
 }
 
 unsigned char CZRB_File::IsOpen() const {
-    return m_stream && m_stream->file != nullptr ? 1 : 0;
+    return m_stream && m_stream->IsOpen() ? 1 : 0;
 }
 
 unsigned int CZRB_File::GetOpenFlags() const {
@@ -230,36 +204,15 @@ unsigned int CZRB_File::To(unsigned __int64 offset, unsigned int origin) {
         return 2;
     }
     // Kept as shipped: the runtime reports failure as -1, so only a positive result counts.
-    return fseeko(m_stream->file, static_cast<off_t>(offset), whence) > 0 ? 30 : 0;
+    return m_stream->Seek(static_cast<__int64>(offset), whence) > 0 ? 30 : 0;
 }
 
 unsigned __int64 CZRB_File::GetPos() const {
-    if (!IsOpen()) {
-        return 0;
-    }
-    const off_t position = ftello(m_stream->file);
-    return position < 0 ? 0 : static_cast<unsigned __int64>(position);
+    return IsOpen() ? m_stream->Position() : 0;
 }
 
 unsigned __int64 CZRB_File::GetLength() const {
-    if (!IsOpen()) {
-        return 0;
-    }
-    std::FILE* file = m_stream->file;
-    // A regular file opened without writing has no pending output: its status gives the same
-    // length, and the text readers are spared two seeks and a buffer refill per line.
-    struct stat status {};
-    if ((m_openFlags & OPEN_WRITE) == 0 && fstat(fileno(file), &status) == 0 &&
-        S_ISREG(status.st_mode)) {
-        return static_cast<unsigned __int64>(status.st_size);
-    }
-    const off_t position = ftello(file);
-    fseeko(file, 0, SEEK_END);
-    const off_t length = ftello(file);
-    if (position >= 0) {
-        fseeko(file, position, SEEK_SET);
-    }
-    return length < 0 ? 0 : static_cast<unsigned __int64>(length);
+    return IsOpen() ? m_stream->Length() : 0;
 }
 
 unsigned char CZRB_File::IsEOF() const {
@@ -267,10 +220,7 @@ unsigned char CZRB_File::IsEOF() const {
 }
 
 unsigned int CZRB_File::Flush() {
-    if (!IsOpen() || std::fflush(m_stream->file) != 0) {
-        return 19;
-    }
-    return 0;
+    return IsOpen() && m_stream->Flush() ? 0 : 19;
 }
 
 unsigned int CZRB_File::Write(void* data, unsigned __int64 length, unsigned char flush) {
@@ -278,12 +228,12 @@ unsigned int CZRB_File::Write(void* data, unsigned __int64 length, unsigned char
         return 19;
     }
     const std::size_t count = Low32(length);
-    const std::size_t written = count == 0 ? 0 : std::fwrite(data, 1, count, m_stream->file);
-    unsigned int result = (written < count || (length >> 32) != 0) ? 30 : 0;
+    const std::size_t written = count == 0 ? 0 : m_stream->Write(data, count);
+    bool done = written == count && (length >> 32) == 0;
     if (flush != 0) {
-        std::fflush(m_stream->file);
+        done = m_stream->Flush() && done;
     }
-    return result;
+    return done ? 0 : 30;
 }
 
 unsigned int CZRB_File::Read(void* data, unsigned __int64 length) {
@@ -291,58 +241,65 @@ unsigned int CZRB_File::Read(void* data, unsigned __int64 length) {
         return 19;
     }
     const std::size_t count = Low32(length);
-    const std::size_t read = count == 0 ? 0 : std::fread(data, 1, count, m_stream->file);
+    bool failed = false;
+    const std::size_t read = count == 0 ? 0 : m_stream->Read(data, count, failed);
     return (read < count || (length >> 32) != 0) ? 30 : 0;
+}
+
+bool CZRB_File::ReadToEndFunction(std::string& bytes) {
+    if (!IsOpen()) {
+        return false;
+    }
+    // The first read asks for one byte more than the file holds, so that it also meets the end.
+    const unsigned __int64 position = GetPos();
+    const unsigned __int64 length = GetLength();
+    const unsigned __int64 left = length > position ? length - position : 0;
+    std::size_t request =
+        left < kLargestFirstReadToEnd ? static_cast<std::size_t>(left) + 1 : kLargestFirstReadToEnd;
+    request = request < kMinimumReadToEnd ? kMinimumReadToEnd : request;
+    while (true) {
+        const std::size_t before = bytes.size();
+        bytes.resize(before + request);
+        bool failed = false;
+        const std::size_t read = m_stream->Read(&bytes[before], request, failed);
+        bytes.resize(before + read);
+        if (failed || read < request) {
+            return !failed;
+        }
+        request = bytes.size(); // more came than the first read asked for: double the room
+    }
 }
 
 unsigned int CZRB_File::ReadTextLine(char* buffer, unsigned int maxChars) {
     if (!IsOpen() || buffer == nullptr) {
         return 30;
     }
-    const unsigned __int64 length = GetLength();
-    if (length == 0) {
+    std::size_t stored = 0;
+    const CStream::t_LineEnd end =
+        m_stream->ReadLine(maxChars, [buffer, &stored](const char* run, std::size_t count) {
+            std::memcpy(buffer + stored, run, count);
+            stored += count;
+        });
+    if (end == CStream::LINE_READ_FAILED || (end == CStream::LINE_STOPPED && stored == 0)) {
         return 30;
     }
-    CharacterLine text{buffer, 0};
-    const t_LineScan scan = ScanTextLine(m_stream->file, GetPos(), length, maxChars, text);
-    if (scan == LINE_READ_FAILED || (scan == LINE_STOPPED && text.size() == 0)) {
-        return 30;
-    }
-    buffer[text.size()] = '\0';
+    buffer[stored] = '\0';
     return 0;
 }
 
 unsigned int CZRB_File::ReadTextLine(CZRB_String& line) {
-    if (!IsOpen()) {
+    if (!m_stream || !m_stream->IsOpen()) {
         return 24;
     }
-    const unsigned __int64 length = GetLength();
-    if (length == 0) {
-        return 24;
+    if (const char* plain = m_stream->TakePlainLine()) {
+        line = plain;
+        return 0;
     }
-    std::string text;
-    const t_LineScan scan = ScanTextLine(m_stream->file, GetPos(), length, text.max_size(), text);
-    if (scan == LINE_READ_FAILED) {
-        return 30;
-    }
-    if (scan == LINE_STOPPED && text.empty()) {
-        return 24;
-    }
-    line = CZRB_String(text.data(), static_cast<unsigned int>(text.size()));
-    return 0;
+    return m_stream->ReadTextLine(line);
 }
 
 unsigned int CZRB_File::WriteText(const char* text) {
-    const std::size_t count = text == nullptr ? 0 : std::char_traits<char>::length(text);
-    if (count == 0) {
-        return 0;
-    }
-    if (!IsOpen()) {
-        return 19;
-    }
-    const std::size_t written = std::fwrite(text, 1, count, m_stream->file);
-    std::fflush(m_stream->file);
-    return written < count ? 30 : 0;
+    return WriteTextLine(text, 0);
 }
 
 unsigned int CZRB_File::WriteText(const CZRB_String& text) {
@@ -350,26 +307,23 @@ unsigned int CZRB_File::WriteText(const CZRB_String& text) {
 }
 
 unsigned int CZRB_File::WriteTextLine(const char* text, unsigned int lineEnd) {
-    unsigned int result = WriteText(text);
-    if (result != 0) {
-        return result;
+    const std::size_t count = text == nullptr ? 0 : std::char_traits<char>::length(text);
+    char ending[3];
+    const std::size_t endingCount = LineEndBytes(lineEnd, ending);
+    if (count == 0 && endingCount == 0) {
+        return 0;
     }
-    // The line-end bytes in their fixed order, each written and flushed on its own.
-    const struct {
-        unsigned int flag;
-        unsigned char byte;
-    } endings[] = {{LINE_END_NUL, 0}, {LINE_END_CR, '\r'}, {LINE_END_LF, '\n'}};
-    for (const auto& ending : endings) {
-        if ((lineEnd & ending.flag) == 0) {
-            continue;
-        }
-        unsigned char byte = ending.byte;
-        result = Write(&byte, 1, 1);
-        if (result != 0) {
-            return result;
-        }
+    if (!IsOpen()) {
+        return 19;
     }
-    return 0;
+    // The text, then its line end, reach the system with one flush; a text the runtime did not
+    // take completely ends the line there, as each part is written only after the one before.
+    bool done = count == 0 || m_stream->Write(text, count) == count;
+    if (done && endingCount > 0) {
+        done = m_stream->Write(ending, endingCount) == endingCount;
+    }
+    done = m_stream->Flush() && done;
+    return done ? 0 : 30;
 }
 
 unsigned int CZRB_File::WriteTextLine(const CZRB_String& text, unsigned int lineEnd) {
@@ -414,17 +368,16 @@ unsigned int CZRB_File::CopyFile(const CZRB_String& destination, const CZRB_Stri
     while (remaining > 0) {
         const unsigned int chunk =
             remaining < blockSize ? static_cast<unsigned int>(remaining) : blockSize;
-        if (input.Read(block.GetBuf(), chunk) != 0 || output.Write(block.GetBuf(), chunk, 0) != 0) {
+        if (input.Read(block.GetBuf(), chunk) != 0 || output.Write(block.GetBuf(), chunk, 0) != 0 ||
+            output.Flush() != 0) {
             input.Close();
             output.Close();
             return 30;
         }
-        output.Flush();
         remaining -= chunk;
     }
     input.Close();
-    output.Close();
-    return 0;
+    return output.Close() == 0 ? 0 : 30;
 }
 
 CZRB_String CZRB_File::GetFullPathFromPath(const CZRB_String& path) {
