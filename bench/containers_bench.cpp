@@ -27,8 +27,7 @@ void* CountedAllocate(std::size_t size) {
     if (block == nullptr) {
         throw std::bad_alloc();
     }
-    const std::int64_t live =
-        g_liveBytes += static_cast<std::int64_t>(malloc_usable_size(block));
+    const std::int64_t live = g_liveBytes += static_cast<std::int64_t>(malloc_usable_size(block));
     std::int64_t peak = g_peakBytes.load();
     while (live > peak && !g_peakBytes.compare_exchange_weak(peak, live)) {
     }
