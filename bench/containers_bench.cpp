@@ -1,6 +1,9 @@
 // Growing a vector and a string one step at a time, against std::vector and std::string in
 // the same run: appends at 20,000, 100,000 and 1,000,000 items (10x the items should cost
-// about 10x the time), and the peak heap bytes of 1,000,000 appends.
+// about 10x the time), and the peak heap bytes of 1,000,000 appends. Then other text paths
+// that used to copy or scan more than they needed: in-place replacement, text search, short
+// formatting, and a code template with many fields.
+#include "CZRB_Code.h"
 #include "CZRB_Int32Vector.h"
 #include "CZRB_String.h"
 
@@ -194,6 +197,59 @@ void BM_StdVectorPushBackPeakBytes(benchmark::State& state) {
     state.counters["peak_bytes"] = static_cast<double>(peak);
 }
 
+// --- Other text paths ---
+
+// 1,000 three-character replacements that keep the length of a 100,000-character string.
+void BM_StringReplaceCharsSameLength(benchmark::State& state) {
+    CZRB_String text(100000U, 'x');
+    const CZRB_String piece("abc");
+    for (auto _ : state) {
+        for (unsigned int i = 0; i < 1000; ++i) {
+            text.ReplaceChars(piece, (i * 7919U) % 99000U, 0, 3);
+        }
+        benchmark::DoNotOptimize(text.GetStringC());
+    }
+}
+
+// A six-character text behind about 1,000,000 characters of prose, exact case.
+void BM_StringFindText(benchmark::State& state) {
+    CZRB_String text;
+    while (text.GetLength() < 1000000) {
+        text += "the quick brown fox jumps over the lazy dog ";
+    }
+    text += "needle";
+    const CZRB_String needle("needle");
+    for (auto _ : state) {
+        unsigned int position = 0;
+        benchmark::DoNotOptimize(text.FindFromBegin(needle, &position, 1, 0));
+        benchmark::DoNotOptimize(position);
+    }
+}
+
+void BM_StringFormatShort(benchmark::State& state) {
+    CZRB_String text;
+    int i = 0;
+    for (auto _ : state) {
+        text.Format("%d-%s", ++i, "abc");
+        benchmark::DoNotOptimize(text.GetStringC());
+    }
+}
+
+// A template of state.range(0) fields "<f0>;<f1>;...", parsed, filled from text and rendered.
+void BM_CodeFormatSetGetString(benchmark::State& state) {
+    CZRB_String pattern, text;
+    for (int i = 0; i < state.range(0); ++i) {
+        pattern += CZRB_String("<f") + CZRB_String::FromNumber(static_cast<long long>(i)) + ">;";
+        text += CZRB_String::FromNumber(static_cast<long long>(i)) + ";";
+    }
+    for (auto _ : state) {
+        CZRB_Code code;
+        code.Format(pattern);
+        code.Set(text);
+        benchmark::DoNotOptimize(code.GetString().GetLength());
+    }
+}
+
 } // namespace
 
 BENCHMARK(BM_Int32VectorAppend)->Arg(20000)->Arg(100000)->Arg(1000000);
@@ -204,3 +260,7 @@ BENCHMARK(BM_StringVectorAppend)->Arg(20000)->Arg(100000);
 BENCHMARK(BM_StdVectorOfStringPushBack)->Arg(20000)->Arg(100000);
 BENCHMARK(BM_Int32VectorAppendPeakBytes)->Arg(1000000)->Iterations(3);
 BENCHMARK(BM_StdVectorPushBackPeakBytes)->Arg(1000000)->Iterations(3);
+BENCHMARK(BM_StringReplaceCharsSameLength);
+BENCHMARK(BM_StringFindText);
+BENCHMARK(BM_StringFormatShort);
+BENCHMARK(BM_CodeFormatSetGetString)->Arg(1000)->Arg(10000);
