@@ -21,6 +21,8 @@ void CopyBytes(unsigned char* target, const unsigned char* source, unsigned int 
     case 8:
         std::memcpy(target, source, 8);
         break;
+    case 0:
+        break; // either pointer may be null then
     default:
         std::memcpy(target, source, count);
         break;
