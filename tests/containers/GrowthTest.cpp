@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <functional>
 #include <random>
+#include <string>
 #include <type_traits>
 #include <vector>
 
@@ -100,7 +101,13 @@ CZRB_Vector<T> MakeVector(const std::vector<int>& ids) {
 template <class T>
 class VectorGrowth : public ::testing::Test {};
 using ElementTypes = ::testing::Types<int, CZRB_String, Counted>;
-TYPED_TEST_SUITE(VectorGrowth, ElementTypes);
+struct ElementNames {
+    template <class T>
+    static std::string GetName(int) {
+        return std::is_same_v<T, int> ? "Int" : std::is_same_v<T, Counted> ? "Counted" : "String";
+    }
+};
+TYPED_TEST_SUITE(VectorGrowth, ElementTypes, ElementNames);
 
 TYPED_TEST(VectorGrowth, InterleavedOperationsMatchStdVector) {
     using T = TypeParam;
