@@ -7,7 +7,7 @@
 namespace {
 
 // memcpy, with the widths of the primitive encodings copied inline.
-void CopyBytes(unsigned char* target, const unsigned char* source, unsigned int count) {
+inline void CopyBytes(unsigned char* target, const unsigned char* source, unsigned int count) {
     switch (count) {
     case 1:
         *target = *source;
@@ -167,10 +167,13 @@ void CZRB_MemoryBuffer::AppendData(void* data, unsigned int count) {
         m_isEnd = 1;
         return;
     }
+    AppendChunksFunction(static_cast<const unsigned char*>(data), count);
+}
+
+void CZRB_MemoryBuffer::AppendChunksFunction(const unsigned char* source, unsigned int count) {
     if (m_currentBlock == nullptr) {
         m_currentBlock = AppendBlockFunction();
     }
-    const auto* source = static_cast<const unsigned char*>(data);
     unsigned int remaining = count;
     while (remaining != 0) {
         const unsigned int chunk = remaining < m_blockSize ? remaining : m_blockSize;
@@ -212,7 +215,10 @@ void CZRB_MemoryBuffer::RetrieveData(void* data, unsigned int count) {
         m_isEnd = GetAbsPosition() >= m_size ? 1 : 0;
         return;
     }
-    auto* target = static_cast<unsigned char*>(data);
+    RetrieveChunksFunction(static_cast<unsigned char*>(data), count);
+}
+
+void CZRB_MemoryBuffer::RetrieveChunksFunction(unsigned char* target, unsigned int count) {
     unsigned int remaining = count;
     while (remaining != 0) {
         if (m_currentBlock == nullptr) {
