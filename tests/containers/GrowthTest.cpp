@@ -23,6 +23,7 @@ struct Counted {
     static int assignmentsBeforeFailure; // negative: never fails
     int value;
     Counted() : value(-1) { ++alive; }
+    explicit Counted(int id) : value(id) { ++alive; }
     Counted(const Counted& other) : value(other.value) { ++alive; }
     Counted& operator=(const Counted& other) {
         if (assignmentsBeforeFailure >= 0 && assignmentsBeforeFailure-- == 0) {
@@ -48,30 +49,23 @@ struct CRoomProbe : CZRB_Vector<T> {
 };
 
 template <class T>
-T Make(int id);
-template <>
-int Make<int>(int id) {
-    return id;
-}
-template <>
-CZRB_String Make<CZRB_String>(int id) {
-    return CZRB_String::FromNumber(static_cast<long long>(id));
-}
-template <>
-Counted Make<Counted>(int id) {
-    Counted c;
-    c.value = id;
-    return c;
+T Make(int id) {
+    if constexpr (std::is_same_v<T, CZRB_String>) {
+        return CZRB_String::FromNumber(static_cast<long long>(id));
+    } else {
+        return T(id);
+    }
 }
 
-int Id(int item) {
-    return item;
-}
-int Id(const CZRB_String& item) {
-    return static_cast<int>(item.ToSigned()); // a new, empty string reads as 0
-}
-int Id(const Counted& item) {
-    return item.value;
+template <class T>
+int Id(const T& item) {
+    if constexpr (std::is_same_v<T, int>) {
+        return item;
+    } else if constexpr (std::is_same_v<T, CZRB_String>) {
+        return static_cast<int>(item.ToSigned()); // a new, empty string reads as 0
+    } else {
+        return item.value;
+    }
 }
 
 // The id a new element has: zero for numbers, the default value of a class.

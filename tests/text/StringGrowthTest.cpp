@@ -97,7 +97,6 @@ TEST(StringGrowth, EditsOnAGrowingBufferMatchStdString) {
             model.resize(length, piece[0]);
         },
         [&] { s.ResizeLeft(pos), model.resize(std::min<size_t>(model.size(), pos)); },
-        [&] { s = CZRB_String(s) + piece.c_str(), model += piece.c_str(); },
         [&] {
             const unsigned int width = std::max(count * 60, 1U); // longer texts from 5 on
             s.Format("%s|%0*d", s.GetStringC(), static_cast<int>(width), 7);
