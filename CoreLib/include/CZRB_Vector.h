@@ -10,7 +10,7 @@
 // block while the spare room stays below the elements. Spare room is raw memory: it never
 // holds an element. New elements are zero for arithmetic types and default-constructed
 // otherwise, then set by assignment, so any other element type needs a default constructor,
-// assignment and operator==.
+// a copy constructor, assignment and operator==.
 //
 // The library provides the instantiations for its ten arithmetic types (declared below as
 // extern templates); value classes declare theirs next to their own class.
