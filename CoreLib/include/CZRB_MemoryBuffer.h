@@ -69,6 +69,10 @@ protected:
 private:
     // Appends a block of block-size bytes at the end of the chain and returns it.
     CZRB_Uint8Vector* AppendBlockFunction();
+    // AppendData beyond the common case: the first block, and chunks that complete blocks.
+    void AppendChunksFunction(const unsigned char* source, unsigned int count);
+    // RetrieveData beyond the common case (checks done): chunks that reach a block's end.
+    void RetrieveChunksFunction(unsigned char* target, unsigned int count);
     // Takes as current block the own block at the list position of other's current block.
     void AdoptCurrentFunction(const CZRB_MemoryBuffer& other);
 

@@ -1,11 +1,13 @@
 // CZRB_String: the library's byte string.
 //
-// A heap buffer of exactly length + 1 bytes with a zero byte always kept behind the last
-// character; there is no spare capacity, so every change of length reallocates. A character
-// is one byte, case mapping is ASCII only. Length-counted operations keep embedded zero
-// bytes; comparisons, CS_GetLength and construction from a zero-terminated string stop at
-// the first zero byte. Positions and counts out of range are clipped or make the operation a
-// no-op; no operation throws CZRB_Exception (only the allocator's own failure propagates).
+// A heap buffer with a zero byte always kept behind the last character. Operations that set
+// the text (construction, assignment, SetLength, Build, Format, the substring and trimming
+// forms) size the buffer exactly; appending and inserting grow it geometrically and then
+// use its spare room, so n appends cost O(n) in total. The spare room never exceeds the
+// text. A character is one byte, case mapping is ASCII only. Length-counted operations keep
+// embedded zero bytes; comparisons, CS_GetLength and construction from a zero-terminated string
+// stop at the first zero byte. Positions and counts out of range are clipped or make the operation
+// a no-op; no operation throws CZRB_Exception (only the allocator's own failure propagates).
 #ifndef CZRB_STRING_H
 #define CZRB_STRING_H
 
@@ -87,7 +89,15 @@ public:
     // Appends text up to its first zero byte; an empty text changes nothing.
     CZRB_String& operator+=(const char* text);
     // Appends c.
-    CZRB_String& operator+=(char c);
+    CZRB_String& operator+=(char c) {
+        if (m_length < m_capacity) {
+            m_buffer[m_length] = c;
+            m_buffer[++m_length] = 0;
+            return *this;
+        }
+        AppendFunction(&c, 1);
+        return *this;
+    }
 
     // --- Substrings (plain forms return a new string, Resize forms change this one) ---
 
@@ -256,11 +266,21 @@ protected:
 private:
     // Replaces the contents by count bytes of data (which may lie inside this buffer).
     void AssignFunction(const char* data, unsigned int count);
-    // Replaces the contents by a + b (either may lie inside this buffer).
+    // Replaces the contents by a + b (either may lie inside this buffer), sized exactly.
     void ConcatFunction(const char* a, unsigned int aCount, const char* b, unsigned int bCount);
+    // Appends count bytes of data (which may lie inside this buffer), growing geometrically.
+    void AppendFunction(const char* data, unsigned int count);
+    // Places count bytes of data (which may lie inside this buffer) before index pos, in the
+    // spare room when it is enough, else in a geometrically grown buffer.
+    void InsertFunction(unsigned int pos, const char* data, unsigned int count);
+    // Frees the old buffer and takes over fresh (room for capacity characters), length set
+    // and terminated.
+    void AdoptFunction(char* fresh, unsigned int length, unsigned int capacity);
 
     char* m_buffer;
     unsigned int m_length;
+    // Characters the buffer has room for, not counting the terminator's byte.
+    unsigned int m_capacity;
 };
 
 // 1 when left is equal to right by CS_Compare (case-sensitive), else 0.

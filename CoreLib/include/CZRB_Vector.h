@@ -1,12 +1,15 @@
 // CZRB_Vector<T>: the library's array container.
 //
-// One contiguous block of exactly as many elements as the vector holds: no spare capacity,
-// every change of size allocates a new block, moves the kept elements across and frees the
-// old one. Positions are 0-based. Failures throw CZRB_Exception with code 2 (range), 5 (no
-// item) or 9 (zero size).
+// One contiguous block of elements; positions are 0-based. Failures throw CZRB_Exception
+// with code 2 (range), 5 (no item) or 9 (zero size).
 //
-// Storage: arithmetic elements live in raw blocks (new elements are zero-filled); any other
-// element type is held in an array made with array-new, so it needs a default constructor,
+// Storage: the operations that set a size (Create, Recreate, assignment, Extract) allocate
+// exactly that many elements. The step-by-step paths (AppendItem, AppendVector, AppendList,
+// InsertItems and the grow flag of CopyItemsFrom and Fill) grow the block geometrically and
+// then use its spare room, so n appends cost O(n) in total; DeleteItems with shrink keeps the
+// block while the spare room stays below the elements. Spare room is raw memory: it never
+// holds an element. New elements are zero for arithmetic types and default-constructed
+// otherwise, then set by assignment, so any other element type needs a default constructor,
 // a copy constructor, assignment and operator==.
 //
 // The library provides the instantiations for its ten arithmetic types (declared below as
@@ -17,7 +20,9 @@
 #include "CZRB_Exception.h"
 #include "CZRB_Object.h"
 
+#include <algorithm>
 #include <cstring>
+#include <memory>
 #include <new>
 #include <type_traits>
 
@@ -30,7 +35,7 @@ public:
     // --- Construction and storage ---
 
     // Empty vector: no block, size 0.
-    CZRB_Vector() : m_pItems(nullptr), m_nLength(0) {}
+    CZRB_Vector() : m_pItems(nullptr), m_nLength(0), m_nCapacity(0) {}
     // Create(n): n elements; throws 9 when n is 0.
     explicit CZRB_Vector(unsigned int n);
     // Create(items, n): a copy of items[0..n-1]; throws 9 when n is 0.
@@ -105,10 +110,21 @@ public:
 
     // --- Growth and insertion ---
 
-    // Appends item (one reallocation).
-    void AppendItem(const T& item);
+    // Appends item (item may be one of the vector's own elements).
+    void AppendItem(const T& item) {
+        if constexpr (std::is_arithmetic_v<T>) {
+            if (m_nLength < m_nCapacity) {
+                m_pItems[m_nLength++] = item;
+                return;
+            }
+            const T value = item; // keeps the caller's variable out of memory on the fast path
+            ResizeFunction(m_nLength + 1, &value);
+        } else {
+            ResizeFunction(m_nLength + 1, &item);
+        }
+    }
     // Appends item; the same operation as AppendItem.
-    void operator+=(const T& item);
+    void operator+=(const T& item) { AppendItem(item); }
     // Appends a copy of src's elements; an empty vector plus an empty vector throws 9.
     CZRB_Vector& AppendVector(CZRB_Vector& src);
     // The same as AppendVector.
@@ -182,13 +198,25 @@ protected:
     // Frees the block; the vector is empty afterwards.
     void DeleteBuffer();
 
-    // A block of n elements (null for 0): zero-filled raw memory for arithmetic T,
-    // default-constructed array-new elements otherwise.
-    static T* AllocateFunction(unsigned int n);
-    // Frees a block made by AllocateFunction (null is ignored).
-    static void FreeFunction(T* block);
-    // Recreate's work; fill null leaves positions without old element new.
+    // Raw room for `capacity` elements (null for 0); nothing is constructed in it.
+    static T* AllocateFunction(unsigned int capacity);
+    // Frees room made by AllocateFunction (null is ignored) once its elements are destroyed.
+    static void FreeFunction(T* block, unsigned int capacity);
+    // Makes block[from .. to-1] new elements (zero, or default-constructed), each then set to
+    // *fill when fill is given. On a throw the elements made are destroyed again.
+    static void ConstructFunction(T* block, unsigned int from, unsigned int to, const T* fill);
+    // Makes block[at .. at+count-1] new elements set to source[0 .. count-1] (separate room).
+    static void ConstructCopiesFunction(T* block, unsigned int at, const T* source,
+                                        unsigned int count);
+    // Destroys block[from .. to-1], the last first (nothing to do for arithmetic T).
+    static void DestroyFunction(T* block, unsigned int from, unsigned int to);
+    // Recreate's work; fill null leaves positions without old element new. Grows into the
+    // spare room when it can keep every element in place, else allocates exactly n.
     void RecreateFunction(unsigned int n, unsigned int from, const T* fill);
+    // Recreate(n, 0[, *fill]) for the step-by-step paths: growing beyond the room allocates
+    // at least twice the room; shrinking stays in place while the spare room stays below
+    // the elements. fill may be one of the vector's own elements.
+    void ResizeFunction(unsigned int n, const T* fill);
     // Grows to `end` when grow is set and end is beyond the size; then throws 2 when end is
     // beyond the size.
     void PrepareDestinationFunction(unsigned __int64 end, unsigned char grow);
@@ -197,42 +225,136 @@ protected:
 
     T* m_pItems;
     unsigned int m_nLength;
+    // Elements the block has room for; 0 exactly when the block is null.
+    unsigned int m_nCapacity;
+
+private:
+    // Room being filled for the vector: its elements are destroyed and the room freed unless
+    // the vector takes it over with AdoptFunction.
+    class CNewBlock {
+    public:
+        explicit CNewBlock(unsigned int capacity)
+            : items(AllocateFunction(capacity)), capacity(capacity), length(0) {}
+        CNewBlock(const CNewBlock&) = delete;
+        CNewBlock& operator=(const CNewBlock&) = delete;
+        ~CNewBlock() {
+            DestroyFunction(items, 0, length);
+            FreeFunction(items, capacity);
+        }
+        // Appends copies of source[0 .. count-1].
+        void Append(const T* source, unsigned int count) {
+            ConstructCopiesFunction(items, length, source, count);
+            length += count;
+        }
+        // New elements up to n, each set to *fill when given.
+        void Extend(unsigned int n, const T* fill) {
+            ConstructFunction(items, length, n, fill);
+            length = n;
+        }
+
+        T* items;
+        unsigned int capacity;
+        unsigned int length;
+    };
+
+    // Destroys the elements, frees the block and takes over the new one.
+    void AdoptFunction(CNewBlock& block);
 };
 
 // ---------------------------------------------------------------------------------------
 // Storage
 
 template <class T>
-T* CZRB_Vector<T>::AllocateFunction(unsigned int n) {
-    if (n == 0) {
-        return nullptr;
-    }
-    if constexpr (std::is_arithmetic_v<T>) {
-        void* raw = ::operator new(sizeof(T) * static_cast<std::size_t>(n));
-        std::memset(raw, 0, sizeof(T) * static_cast<std::size_t>(n));
-        return static_cast<T*>(raw);
-    } else {
-        return new T[n];
+T* CZRB_Vector<T>::AllocateFunction(unsigned int capacity) {
+    return capacity == 0 ? nullptr : std::allocator<T>().allocate(capacity);
+}
+
+template <class T>
+void CZRB_Vector<T>::FreeFunction(T* block, unsigned int capacity) {
+    if (block != nullptr) {
+        std::allocator<T>().deallocate(block, capacity);
     }
 }
 
 template <class T>
-void CZRB_Vector<T>::FreeFunction(T* block) {
-    if (block == nullptr) {
+void CZRB_Vector<T>::ConstructFunction(T* block, unsigned int from, unsigned int to,
+                                       const T* fill) {
+    if (from >= to) {
         return;
     }
     if constexpr (std::is_arithmetic_v<T>) {
-        ::operator delete(static_cast<void*>(block));
+        if (fill != nullptr) {
+            std::fill(block + from, block + to, *fill);
+        } else {
+            std::memset(static_cast<void*>(block + from), 0, sizeof(T) * (to - from));
+        }
     } else {
-        delete[] block;
+        unsigned int made = from;
+        try {
+            while (made < to) {
+                ::new (static_cast<void*>(block + made)) T();
+                ++made;
+                if (fill != nullptr) {
+                    block[made - 1] = *fill;
+                }
+            }
+        } catch (...) {
+            DestroyFunction(block, from, made);
+            throw;
+        }
+    }
+}
+
+template <class T>
+void CZRB_Vector<T>::ConstructCopiesFunction(T* block, unsigned int at, const T* source,
+                                             unsigned int count) {
+    if (count == 0) {
+        return;
+    }
+    if constexpr (std::is_arithmetic_v<T>) {
+        std::memcpy(static_cast<void*>(block + at), source, sizeof(T) * count);
+    } else {
+        // Default-constructed, then assigned: an element is made the same way on every path.
+        unsigned int made = 0;
+        try {
+            while (made < count) {
+                ::new (static_cast<void*>(block + at + made)) T();
+                ++made;
+                block[at + made - 1] = source[made - 1];
+            }
+        } catch (...) {
+            DestroyFunction(block, at, at + made);
+            throw;
+        }
+    }
+}
+
+template <class T>
+void CZRB_Vector<T>::DestroyFunction(T* block, unsigned int from, unsigned int to) {
+    if constexpr (!std::is_arithmetic_v<T>) {
+        while (to > from) {
+            block[--to].~T();
+        }
     }
 }
 
 template <class T>
 void CZRB_Vector<T>::DeleteBuffer() {
-    FreeFunction(m_pItems);
+    DestroyFunction(m_pItems, 0, m_nLength);
+    FreeFunction(m_pItems, m_nCapacity);
     m_pItems = nullptr;
     m_nLength = 0;
+    m_nCapacity = 0;
+}
+
+template <class T>
+void CZRB_Vector<T>::AdoptFunction(CNewBlock& block) {
+    DeleteBuffer();
+    m_pItems = block.items;
+    m_nLength = block.length;
+    m_nCapacity = block.items != nullptr ? block.capacity : 0;
+    block.items = nullptr;
+    block.length = 0;
 }
 
 template <class T>
@@ -245,23 +367,25 @@ CZRB_Vector<T>& CZRB_Vector<T>::DeleteAll() {
 // Construction
 
 template <class T>
-CZRB_Vector<T>::CZRB_Vector(unsigned int n) : m_pItems(nullptr), m_nLength(0) {
+CZRB_Vector<T>::CZRB_Vector(unsigned int n) : m_pItems(nullptr), m_nLength(0), m_nCapacity(0) {
     Create(n);
 }
 
 template <class T>
-CZRB_Vector<T>::CZRB_Vector(T* items, unsigned int n) : m_pItems(nullptr), m_nLength(0) {
+CZRB_Vector<T>::CZRB_Vector(T* items, unsigned int n)
+    : m_pItems(nullptr), m_nLength(0), m_nCapacity(0) {
     Create(items, n);
 }
 
 template <class T>
-CZRB_Vector<T>::CZRB_Vector(unsigned int n, const T& value) : m_pItems(nullptr), m_nLength(0) {
+CZRB_Vector<T>::CZRB_Vector(unsigned int n, const T& value)
+    : m_pItems(nullptr), m_nLength(0), m_nCapacity(0) {
     Create(n, value);
 }
 
 template <class T>
 CZRB_Vector<T>::CZRB_Vector(const CZRB_Vector& src)
-    : CZRB_Object(src), m_pItems(nullptr), m_nLength(0) {
+    : CZRB_Object(src), m_pItems(nullptr), m_nLength(0), m_nCapacity(0) {
     DataCopy(src);
 }
 
@@ -277,10 +401,9 @@ void CZRB_Vector<T>::Create(unsigned int n) {
     if (n == 0) {
         throw CZRB_Exception(9, this, 0);
     }
-    T* block = AllocateFunction(n);
-    FreeFunction(m_pItems);
-    m_pItems = block;
-    m_nLength = n;
+    CNewBlock block(n);
+    block.Extend(n, nullptr);
+    AdoptFunction(block);
 }
 
 template <class T>
@@ -288,13 +411,9 @@ void CZRB_Vector<T>::Create(T* items, unsigned int n) {
     if (n == 0) {
         throw CZRB_Exception(9, this, 0);
     }
-    T* block = AllocateFunction(n);
-    for (unsigned int i = 0; i < n; ++i) {
-        block[i] = items[i];
-    }
-    FreeFunction(m_pItems);
-    m_pItems = block;
-    m_nLength = n;
+    CNewBlock block(n);
+    block.Append(items, n);
+    AdoptFunction(block);
 }
 
 template <class T>
@@ -302,13 +421,9 @@ void CZRB_Vector<T>::Create(unsigned int n, const T& value) {
     if (n == 0) {
         throw CZRB_Exception(9, this, 0);
     }
-    T* block = AllocateFunction(n);
-    for (unsigned int i = 0; i < n; ++i) {
-        block[i] = value;
-    }
-    FreeFunction(m_pItems);
-    m_pItems = block;
-    m_nLength = n;
+    CNewBlock block(n);
+    block.Extend(n, &value);
+    AdoptFunction(block);
 }
 
 template <class T>
@@ -324,19 +439,43 @@ void CZRB_Vector<T>::RecreateFunction(unsigned int n, unsigned int from, const T
     if (m_pItems == nullptr) {
         throw CZRB_Exception(2, this, 0);
     }
-    T* block = AllocateFunction(n);
-    unsigned int k = 0;
-    for (; k < n && static_cast<unsigned __int64>(from) + k < m_nLength; ++k) {
-        block[k] = m_pItems[from + k];
+    if (from == 0 && n >= m_nLength && n <= m_nCapacity) {
+        // Every element stays where it is: only the new positions are made.
+        ConstructFunction(m_pItems, m_nLength, n, fill);
+        m_nLength = n;
+        return;
     }
-    if (fill != nullptr) {
-        for (; k < n; ++k) {
-            block[k] = *fill;
+    CNewBlock block(n);
+    if (from < m_nLength) {
+        const unsigned int available = m_nLength - from;
+        block.Append(m_pItems + from, n < available ? n : available);
+    }
+    block.Extend(n, fill);
+    AdoptFunction(block);
+}
+
+template <class T>
+void CZRB_Vector<T>::ResizeFunction(unsigned int n, const T* fill) {
+    if (m_nLength != 0 && m_pItems != nullptr) {
+        if (n < m_nLength && 2ULL * n > m_nCapacity) {
+            // The spare room stays below the elements: shrink in place.
+            DestroyFunction(m_pItems, n, m_nLength);
+            m_nLength = n;
+            return;
+        }
+        if (n > m_nCapacity) {
+            const unsigned __int64 doubled = 2ULL * m_nCapacity;
+            const unsigned __int64 capacity = doubled < n ? n : doubled;
+            CNewBlock block(
+                static_cast<unsigned int>(capacity < 0xFFFFFFFFULL ? capacity : 0xFFFFFFFFULL));
+            block.Append(m_pItems, m_nLength);
+            block.Extend(n, fill); // fill may lie in the old block, which is still there
+            AdoptFunction(block);
+            return;
         }
     }
-    FreeFunction(m_pItems);
-    m_pItems = block;
-    m_nLength = n;
+    // Empty (Create), inside the room, or an exact shrink.
+    RecreateFunction(n, 0, fill);
 }
 
 template <class T>
@@ -366,22 +505,23 @@ void CZRB_Vector<T>::DataCopy(const CZRB_Vector& src) {
         return;
     }
     if (m_nLength != src.m_nLength) {
-        FreeFunction(m_pItems);
-        m_pItems = AllocateFunction(src.m_nLength);
+        CNewBlock block(src.m_nLength);
+        block.Append(src.m_pItems, src.m_nLength);
+        AdoptFunction(block);
+        return;
     }
     for (unsigned int i = 0; i < src.m_nLength; ++i) {
         m_pItems[i] = src.m_pItems[i];
     }
-    m_nLength = src.m_nLength;
 }
 
 template <class T>
 void CZRB_Vector<T>::DataCopy(CZRB_List<T>& src) {
     const unsigned int count = src.GetLength();
     if (m_nLength != count) {
-        FreeFunction(m_pItems);
-        m_pItems = AllocateFunction(count);
-        m_nLength = count;
+        CNewBlock block(count);
+        block.Extend(count, nullptr);
+        AdoptFunction(block);
     }
     if (count == 0) {
         return;
@@ -414,7 +554,7 @@ void CZRB_Vector<T>::CopyItemsTo(unsigned int to, T* dst, unsigned int from, uns
 template <class T>
 void CZRB_Vector<T>::PrepareDestinationFunction(unsigned __int64 end, unsigned char grow) {
     if (grow != 0 && end > m_nLength && end <= 0xFFFFFFFFULL) {
-        Recreate(static_cast<unsigned int>(end), 0);
+        ResizeFunction(static_cast<unsigned int>(end), nullptr);
     }
     if (end > m_nLength) {
         throw CZRB_Exception(2, this, 0);
@@ -502,20 +642,11 @@ CZRB_Vector<T> CZRB_Vector<T>::ExtractInvertVector(unsigned int from, unsigned i
 // Growth and insertion
 
 template <class T>
-void CZRB_Vector<T>::AppendItem(const T& item) {
-    Recreate(m_nLength + 1, 0, item);
-}
-
-template <class T>
-void CZRB_Vector<T>::operator+=(const T& item) {
-    AppendItem(item);
-}
-
-template <class T>
 CZRB_Vector<T>& CZRB_Vector<T>::AppendVector(CZRB_Vector& src) {
     const unsigned int oldLength = m_nLength;
     const unsigned int count = src.m_nLength;
-    Recreate(oldLength + count, 0);
+    ResizeFunction(oldLength + count, nullptr);
+    // src may be this vector: its first count elements did not move within the block.
     for (unsigned int k = 0; k < count; ++k) {
         m_pItems[oldLength + k] = src.m_pItems[k];
     }
@@ -531,7 +662,7 @@ template <class T>
 CZRB_Vector<T>& CZRB_Vector<T>::AppendList(CZRB_List<T>& src) {
     const unsigned int oldLength = m_nLength;
     const unsigned int count = src.GetLength();
-    Recreate(oldLength + count, 0);
+    ResizeFunction(oldLength + count, nullptr);
     if (count == 0) {
         return *this;
     }
@@ -552,8 +683,17 @@ void CZRB_Vector<T>::DownShift(unsigned int at, unsigned int n) {
     if (at > m_nLength - 1U) {
         throw CZRB_Exception(2, this, 0);
     }
-    for (__int64 i = static_cast<__int64>(m_nLength) - static_cast<__int64>(n) - 1; i >= at; --i) {
-        m_pItems[i + n] = m_pItems[i];
+    const __int64 top = static_cast<__int64>(m_nLength) - static_cast<__int64>(n) - 1;
+    if constexpr (std::is_arithmetic_v<T>) {
+        // The top-down copy is exactly a memmove of the run at .. top.
+        if (top >= at) {
+            std::memmove(static_cast<void*>(m_pItems + at + n), m_pItems + at,
+                         sizeof(T) * static_cast<std::size_t>(top - at + 1));
+        }
+    } else {
+        for (__int64 i = top; i >= at; --i) {
+            m_pItems[i + n] = m_pItems[i];
+        }
     }
 }
 
@@ -562,15 +702,24 @@ void CZRB_Vector<T>::UpShift(unsigned int at, unsigned int n) {
     if (at >= m_nLength) {
         throw CZRB_Exception(2, this, 0);
     }
-    for (unsigned __int64 i = static_cast<unsigned __int64>(at) + n; i < m_nLength; ++i) {
-        m_pItems[i - n] = m_pItems[i];
+    const unsigned __int64 first = static_cast<unsigned __int64>(at) + n;
+    if constexpr (std::is_arithmetic_v<T>) {
+        // The bottom-up copy is exactly a memmove of the run first .. size - 1.
+        if (first < m_nLength) {
+            std::memmove(static_cast<void*>(m_pItems + at), m_pItems + first,
+                         sizeof(T) * static_cast<std::size_t>(m_nLength - first));
+        }
+    } else {
+        for (unsigned __int64 i = first; i < m_nLength; ++i) {
+            m_pItems[i - n] = m_pItems[i];
+        }
     }
 }
 
 template <class T>
 void CZRB_Vector<T>::OpenGapFunction(unsigned int at, unsigned int n, unsigned char grow) {
     if (grow != 0) {
-        Recreate(m_nLength + n, 0);
+        ResizeFunction(m_nLength + n, nullptr);
     }
     DownShift(at, n);
 }
@@ -614,7 +763,7 @@ CZRB_Vector<T>& CZRB_Vector<T>::DeleteItems(unsigned int at, unsigned int n, uns
     if (shrink != 0) {
         const __int64 rest =
             static_cast<__int64>(m_nLength) - static_cast<__int64>(at) - static_cast<__int64>(n);
-        Recreate(at + static_cast<unsigned int>(rest > 0 ? rest : 0), 0);
+        ResizeFunction(at + static_cast<unsigned int>(rest > 0 ? rest : 0), nullptr);
     }
     return *this;
 }

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
@@ -102,5 +103,35 @@ TEST(MemoryBuffer, RandomRecordsRoundTripForAnyBlockSizeAndInCopies) {
         assigned = CZRB_MemoryBuffer(5);
         EXPECT_EQ(assigned.GetBlockCount(), 0U);
         EXPECT_EQ(assigned.GetBlockSize(), 5U);
+    }
+}
+
+TEST(MemoryBuffer, RecordsOfMixedSizesAcrossBlockBoundaries) {
+    std::mt19937 random(17);
+    for (unsigned int blockSize : {1U, 3U, 4U, 7U, 64U}) {
+        CZRB_MemoryBuffer buffer(blockSize);
+        std::vector<unsigned char> model;
+        for (int i = 0; i < 300; ++i) {
+            const unsigned int count = random() % (3 * blockSize + 2); // none up to 3 blocks + 1
+            const std::vector<unsigned char> record =
+                Bytes(count, static_cast<unsigned char>(random()));
+            buffer.AppendData(const_cast<unsigned char*>(record.data()), count);
+            model.insert(model.end(), record.begin(), record.end());
+            ASSERT_EQ(buffer.GetAbsPosition(), model.size()) << blockSize << " record " << i;
+            ASSERT_EQ(buffer.GetSize(), model.size());
+            ASSERT_EQ(buffer.GetBlockCount(), model.size() / blockSize + 1); // eager successor
+        }
+        buffer.ToStart();
+        std::vector<unsigned char> read; // read back in other pieces than written
+        while (read.size() < model.size()) {
+            const auto count = static_cast<unsigned int>(
+                std::min<size_t>(random() % (2 * blockSize + 2), model.size() - read.size()));
+            std::vector<unsigned char> piece(count);
+            buffer.RetrieveData(piece.data(), count);
+            read.insert(read.end(), piece.begin(), piece.end());
+            ASSERT_EQ(buffer.GetAbsPosition(), read.size()) << blockSize;
+            ASSERT_EQ(buffer.IsEnd(), read.size() == model.size() ? 1 : 0);
+        }
+        EXPECT_EQ(read, model) << blockSize;
     }
 }

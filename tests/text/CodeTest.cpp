@@ -99,3 +99,22 @@ TEST(Code, SetFromOtherCodeAndCopiesOwnTheirTemplate) {
     EXPECT_EQ(nodes.FindToEnd(node, &index, 0), 0);
     EXPECT_EQ(index, 9U);
 }
+
+TEST(Code, ManyFieldsRoundTripAndNamesCompareUpToAZeroByte) {
+    CZRB_String pattern, text;
+    for (int i = 0; i < 3000; ++i) {
+        const CZRB_String number = CZRB_String::FromNumber(static_cast<long long>(i));
+        pattern += CZRB_String("<f") + number + "> ";
+        text += number + "- ";
+    }
+    CZRB_Code code;
+    ASSERT_EQ(code.Format(pattern), 0U);
+    // The trailing literal was dropped from the template, so the last field takes the rest.
+    EXPECT_EQ(Text(code.Set(text).GetString()), Text(text));
+    EXPECT_EQ(Text(code.GetField(CZRB_String("f2998"))), "2998-");
+    EXPECT_EQ(Text(code.GetField(CZRB_String("f2999"))), "2999- ");
+
+    // Names are compared as zero-terminated texts, so these two are the same name.
+    EXPECT_EQ(code.Format(CZRB_String("<a\0x>-<a\0y>", 12)), 11U);
+    EXPECT_EQ(code.Format(CZRB_String("<a\0x>-<b\0x>", 12)), 0U);
+}

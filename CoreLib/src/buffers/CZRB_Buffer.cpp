@@ -6,26 +6,30 @@
 
 namespace {
 
-constexpr ZRB::t_ByteOrdering kStreamOrder = ZRB::BYTE_ORDER_LITTLE_ENDIAN;
+// The stream's byte order is fixed: least significant byte first, whatever the host.
 
-// Encodes a fixed-width value in the stream's byte order and appends its bytes.
-template <typename Value>
-CZRB_Buffer& AppendEncoded(CZRB_Buffer& stream, const Value& value,
-                           void (*encode)(const Value&, unsigned char*, ZRB::t_ByteOrdering)) {
-    unsigned char bytes[sizeof(Value)];
-    encode(value, bytes, kStreamOrder);
-    stream.AppendData(bytes, sizeof(Value));
+// Composes the low `Width` bytes of value in a local array and appends them in one call.
+template <unsigned int Width>
+CZRB_Buffer& AppendEncoded(CZRB_Buffer& stream, unsigned __int64 value) {
+    unsigned char bytes[Width];
+    for (unsigned int i = 0; i < Width; ++i) {
+        bytes[i] = static_cast<unsigned char>(value >> (8 * i));
+    }
+    stream.AppendData(bytes, Width);
     return stream;
 }
 
-// Retrieves the bytes of a fixed-width value and decodes them; `value` is written only after
-// the read succeeded.
-template <typename Value>
-CZRB_Buffer& RetrieveDecoded(CZRB_Buffer& stream, Value& value,
-                             Value (*decode)(const unsigned char*, ZRB::t_ByteOrdering)) {
-    unsigned char bytes[sizeof(Value)];
-    stream.RetrieveData(bytes, sizeof(Value));
-    value = decode(bytes, kStreamOrder);
+// Retrieves `Width` bytes in one call and assembles them; `value` is written only after the
+// read succeeded.
+template <unsigned int Width, typename Value>
+CZRB_Buffer& RetrieveDecoded(CZRB_Buffer& stream, Value& value) {
+    unsigned char bytes[Width];
+    stream.RetrieveData(bytes, Width);
+    unsigned __int64 assembled = 0;
+    for (unsigned int i = 0; i < Width; ++i) {
+        assembled |= static_cast<unsigned __int64>(bytes[i]) << (8 * i);
+    }
+    value = static_cast<Value>(assembled);
     return stream;
 }
 
@@ -107,7 +111,9 @@ CZRB_Buffer& CZRB_Buffer::operator<<(void*) {
 }
 
 CZRB_Buffer& CZRB_Buffer::operator<<(double value) {
-    return AppendEncoded(*this, value, ZRB::DoubleToBuf);
+    unsigned __int64 bits = 0;
+    std::memcpy(&bits, &value, 8);
+    return AppendEncoded<8>(*this, bits);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator<<(float value) {
@@ -133,15 +139,15 @@ CZRB_Buffer& CZRB_Buffer::operator<<(signed char value) {
 }
 
 CZRB_Buffer& CZRB_Buffer::operator<<(unsigned __int64 value) {
-    return AppendEncoded(*this, value, ZRB::Uint64ToBuf);
+    return AppendEncoded<8>(*this, value);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator<<(unsigned int value) {
-    return AppendEncoded(*this, value, ZRB::Uint32ToBuf);
+    return AppendEncoded<4>(*this, value);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator<<(unsigned short value) {
-    return AppendEncoded(*this, value, ZRB::Uint16ToBuf);
+    return AppendEncoded<2>(*this, value);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator<<(unsigned char value) {
@@ -158,7 +164,10 @@ CZRB_Buffer& CZRB_Buffer::operator>>(void*) {
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(double& value) {
-    return RetrieveDecoded(*this, value, ZRB::DoubleFromBuf);
+    unsigned __int64 bits = 0;
+    RetrieveDecoded<8>(*this, bits);
+    std::memcpy(&value, &bits, 8);
+    return *this;
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(float& value) {
@@ -185,15 +194,15 @@ CZRB_Buffer& CZRB_Buffer::operator>>(signed char& value) {
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(unsigned __int64& value) {
-    return RetrieveDecoded(*this, value, ZRB::Uint64FromBuf);
+    return RetrieveDecoded<8>(*this, value);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(unsigned int& value) {
-    return RetrieveDecoded(*this, value, ZRB::Uint32FromBuf);
+    return RetrieveDecoded<4>(*this, value);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(unsigned short& value) {
-    return RetrieveDecoded(*this, value, ZRB::Uint16FromBuf);
+    return RetrieveDecoded<2>(*this, value);
 }
 
 CZRB_Buffer& CZRB_Buffer::operator>>(unsigned char& value) {

@@ -6,6 +6,29 @@
 
 namespace {
 
+// memcpy, with the widths of the primitive encodings copied inline.
+inline void CopyBytes(unsigned char* target, const unsigned char* source, unsigned int count) {
+    switch (count) {
+    case 1:
+        *target = *source;
+        break;
+    case 2:
+        std::memcpy(target, source, 2);
+        break;
+    case 4:
+        std::memcpy(target, source, 4);
+        break;
+    case 8:
+        std::memcpy(target, source, 8);
+        break;
+    case 0:
+        break; // either pointer may be null then
+    default:
+        std::memcpy(target, source, count);
+        break;
+    }
+}
+
 // Copies count bytes into the block at offset; a block too short is enlarged first.
 void CopyIntoBlock(CZRB_Uint8Vector& block, unsigned int offset, const unsigned char* source,
                    unsigned int count) {
@@ -130,11 +153,27 @@ CZRB_Uint8Vector* CZRB_MemoryBuffer::AppendBlockFunction() {
 }
 
 void CZRB_MemoryBuffer::AppendData(void* data, unsigned int count) {
-    CZRB_Buffer::AppendData(data, count);
+    if (m_access != ACCESS_WRITE && m_access != ACCESS_READ_WRITE) {
+        throw CZRB_Exception(23, this, 0);
+    }
+    if (m_currentBlock != nullptr &&
+        static_cast<unsigned __int64>(m_blockOffset) + count < m_blockSize &&
+        m_blockOffset + count <= m_currentBlock->GetLength()) {
+        // The common case: the bytes fit in the current block without completing it.
+        CopyBytes(m_currentBlock->GetBuf() + m_blockOffset, static_cast<unsigned char*>(data),
+                  count);
+        m_blockOffset += count;
+        m_size += count;
+        m_isEnd = 1;
+        return;
+    }
+    AppendChunksFunction(static_cast<const unsigned char*>(data), count);
+}
+
+void CZRB_MemoryBuffer::AppendChunksFunction(const unsigned char* source, unsigned int count) {
     if (m_currentBlock == nullptr) {
         m_currentBlock = AppendBlockFunction();
     }
-    const auto* source = static_cast<const unsigned char*>(data);
     unsigned int remaining = count;
     while (remaining != 0) {
         const unsigned int chunk = remaining < m_blockSize ? remaining : m_blockSize;
@@ -158,8 +197,28 @@ void CZRB_MemoryBuffer::AppendData(void* data, unsigned int count) {
 }
 
 void CZRB_MemoryBuffer::RetrieveData(void* data, unsigned int count) {
-    CZRB_Buffer::RetrieveData(data, count);
-    auto* target = static_cast<unsigned char*>(data);
+    // The stream's checks: access, then the whole read against the size.
+    if (m_access != ACCESS_READ && m_access != ACCESS_READ_WRITE) {
+        throw CZRB_Exception(24, this, 0);
+    }
+    const unsigned __int64 position = GetAbsPosition();
+    if (position > m_size || m_size - position < count) {
+        throw CZRB_Exception(3, this, 0);
+    }
+    if (m_currentBlock != nullptr &&
+        static_cast<unsigned __int64>(m_blockOffset) + count < m_blockSize &&
+        m_blockOffset + count <= m_currentBlock->GetLength()) {
+        // The common case: the bytes lie in the current block before its end.
+        CopyBytes(static_cast<unsigned char*>(data), m_currentBlock->GetBuf() + m_blockOffset,
+                  count);
+        m_blockOffset += count;
+        m_isEnd = GetAbsPosition() >= m_size ? 1 : 0;
+        return;
+    }
+    RetrieveChunksFunction(static_cast<unsigned char*>(data), count);
+}
+
+void CZRB_MemoryBuffer::RetrieveChunksFunction(unsigned char* target, unsigned int count) {
     unsigned int remaining = count;
     while (remaining != 0) {
         if (m_currentBlock == nullptr) {

@@ -1,5 +1,8 @@
 #include "CZRB_Code.h"
 
+#include <string>
+#include <unordered_set>
+
 template class CZRB_Vector<CZRB_Code::CFormatNode>;
 template class CZRB_List<CZRB_Code::CFormatNode>;
 
@@ -32,10 +35,14 @@ CZRB_Code::CFormatNode ClonePayload(const CZRB_Code::CFormatNode& node) {
     return CZRB_Code::CFormatNode(node.type, nullptr);
 }
 
-// Frees the payloads of every node of a list being parsed.
+// Frees the payloads of every node of a list being parsed, walking it once with its cursor.
 void FreeListPayloads(CZRB_Code::CFormatList& nodes) {
-    for (unsigned int i = 0; i < nodes.GetLength(); ++i) {
-        FreePayload(nodes[i]);
+    const unsigned int count = nodes.GetLength();
+    if (count != 0) {
+        nodes.ToStart();
+        for (unsigned int i = 0; i < count; ++i) {
+            FreePayload(nodes.Next(1));
+        }
     }
     nodes.DeleteAll();
 }
@@ -151,6 +158,9 @@ unsigned int CZRB_Code::Format(const CZRB_String& text) {
     ClearFormat();
 
     CZRB_StringVector names;
+    // The names collected so far as the string comparison sees them (up to a zero byte), so
+    // that a duplicate is found without scanning every earlier name.
+    std::unordered_set<std::string> seen;
     CFormatList nodes;
     CZRB_String work;
     unsigned int fieldCount = 0;
@@ -176,9 +186,7 @@ unsigned int CZRB_Code::Format(const CZRB_String& text) {
         } else if (c != kFieldClose) {
             work += c;
         } else {
-            unsigned int duplicate = 0;
-            if (work.GetLength() == 0 ||
-                (names.GetLength() != 0 && names.FindToEnd(work, &duplicate, 0) != 0)) {
+            if (work.GetLength() == 0 || !seen.insert(work.GetStringC()).second) {
                 syntaxError = true; // empty or duplicate name
             } else {
                 names.AppendItem(work);
@@ -239,7 +247,9 @@ CZRB_String CZRB_Code::GetField(const CZRB_String& name) const {
 }
 
 CZRB_Code& CZRB_Code::Set(const CZRB_String& text) {
-    CZRB_String work(text);
+    // The text still to match is work[rest ...]; each literal is searched from there.
+    const CZRB_String work(text);
+    unsigned int rest = 0;
     bool pending = false;
     unsigned int field = 0;
     for (unsigned int i = 0; i < m_pFormat->GetLength(); ++i) {
@@ -249,19 +259,19 @@ CZRB_Code& CZRB_Code::Set(const CZRB_String& text) {
         } else if (node.type == CFormatNode::TYPE_TEXT) {
             const CZRB_String& literal = *static_cast<const CZRB_String*>(node.payload);
             unsigned int position = 0;
-            if (work.FindFromBegin(literal, &position, 1, 0) == 0) {
+            if (work.FindFromBegin(literal, &position, 1, rest) == 0) {
                 return *this; // a missing literal stops the matching
             }
             if (pending) {
-                m_Values[field] = work.Left(position);
+                m_Values[field] = work.Mid(rest, position - rest);
                 ++field;
                 pending = false;
             }
-            work = work.RightFromPos(position + literal.GetLength());
+            rest = position + literal.GetLength();
         }
     }
-    if (pending && work.GetLength() != 0) {
-        m_Values[field] = work;
+    if (pending && rest < work.GetLength()) {
+        m_Values[field] = work.RightFromPos(rest);
     }
     return *this;
 }

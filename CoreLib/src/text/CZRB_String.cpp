@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <new>
 
 namespace {
@@ -23,6 +24,16 @@ char* AllocateBytes(unsigned int count) {
     char* bytes = new char[static_cast<size_t>(count) + 1];
     bytes[count] = 0;
     return bytes;
+}
+
+// Room for a string grown step by step to `length` characters: at least twice the old room,
+// so that n appends cost O(n) in total, yet never more than twice the new length.
+unsigned int GrownCapacity(unsigned int capacity, unsigned int length) {
+    const unsigned long long doubled = 2ULL * capacity;
+    if (doubled <= length) {
+        return length;
+    }
+    return doubled < 0xFFFFFFFFULL ? static_cast<unsigned int>(doubled) : 0xFFFFFFFFU;
 }
 
 // The sum of two lengths; a string longer than 32 bits cannot be allocated.
@@ -66,6 +77,9 @@ bool CharsEqual(char a, char b, unsigned char matchCase) {
 
 // Whether the `count` characters of `pattern` stand at `text`, compared by CharsEqual.
 bool MatchesAt(const char* text, const char* pattern, unsigned int count, unsigned char matchCase) {
+    if (matchCase != 0) {
+        return std::memcmp(text, pattern, count) == 0;
+    }
     for (unsigned int j = 0; j < count; ++j) {
         if (!CharsEqual(text[j], pattern[j], matchCase)) {
             return false;
@@ -86,17 +100,19 @@ unsigned char FoundAt(unsigned int* pos, unsigned int at) {
 
 // --- Construction and assignment ---
 
-CZRB_String::CZRB_String() : m_buffer(AllocateBytes(0)), m_length(0) {}
+CZRB_String::CZRB_String() : m_buffer(AllocateBytes(0)), m_length(0), m_capacity(0) {}
 
 CZRB_String::CZRB_String(const CZRB_String& other)
-    : CZRB_Object(other), m_buffer(AllocateBytes(other.m_length)), m_length(other.m_length) {
+    : CZRB_Object(other), m_buffer(AllocateBytes(other.m_length)), m_length(other.m_length),
+      m_capacity(other.m_length) {
     std::memcpy(m_buffer, other.m_buffer, m_length);
 }
 
 CZRB_String::CZRB_String(const char* text) : CZRB_String(TextOrEmpty(text), CS_GetLength(text)) {}
 
 CZRB_String::CZRB_String(const char* data, unsigned int count)
-    : m_buffer(AllocateBytes(data != nullptr ? count : 0)), m_length(data != nullptr ? count : 0) {
+    : m_buffer(AllocateBytes(data != nullptr ? count : 0)), m_length(data != nullptr ? count : 0),
+      m_capacity(m_length) {
     if (m_length != 0) {
         std::memcpy(m_buffer, data, m_length);
     }
@@ -105,7 +121,7 @@ CZRB_String::CZRB_String(const char* data, unsigned int count)
 CZRB_String::CZRB_String(char c) : CZRB_String(1, c) {}
 
 CZRB_String::CZRB_String(unsigned int count, char c)
-    : m_buffer(AllocateBytes(count)), m_length(count) {
+    : m_buffer(AllocateBytes(count)), m_length(count), m_capacity(count) {
     std::memset(m_buffer, c, count);
 }
 
@@ -142,9 +158,7 @@ CZRB_String& CZRB_String::SetLength(unsigned int length, char fill) {
     const unsigned int kept = length < m_length ? length : m_length;
     std::memcpy(fresh, m_buffer, kept);
     std::memset(fresh + kept, fill, length - kept);
-    delete[] m_buffer;
-    m_buffer = fresh;
-    m_length = length;
+    AdoptFunction(fresh, length, length);
     return *this;
 }
 
@@ -156,16 +170,14 @@ void CZRB_String::NewBuffer(unsigned int length) {
     if (length == m_length && length != 0) {
         return;
     }
-    char* fresh = AllocateBytes(length);
-    delete[] m_buffer;
-    m_buffer = fresh;
-    m_length = length;
+    AdoptFunction(AllocateBytes(length), length, length);
 }
 
 void CZRB_String::DeleteBuffer() {
     delete[] m_buffer;
     m_buffer = nullptr;
     m_length = 0;
+    m_capacity = 0;
 }
 
 void CZRB_String::ClearBuffer() {
@@ -192,9 +204,7 @@ void CZRB_String::AssignFunction(const char* data, unsigned int count) {
     // The source is copied before the old buffer goes, so it may lie inside it.
     char* fresh = AllocateBytes(count);
     std::memcpy(fresh, data, count);
-    delete[] m_buffer;
-    m_buffer = fresh;
-    m_length = count;
+    AdoptFunction(fresh, count, count);
 }
 
 void CZRB_String::ConcatFunction(const char* a, unsigned int aCount, const char* b,
@@ -203,9 +213,47 @@ void CZRB_String::ConcatFunction(const char* a, unsigned int aCount, const char*
     char* fresh = AllocateBytes(length);
     std::memcpy(fresh, a, aCount);
     std::memcpy(fresh + aCount, b, bCount);
+    AdoptFunction(fresh, length, length);
+}
+
+void CZRB_String::AppendFunction(const char* data, unsigned int count) {
+    const unsigned int length = SumOfLengths(m_length, count);
+    if (length <= m_capacity) {
+        std::memmove(m_buffer + m_length, data, count);
+        m_buffer[length] = 0;
+        m_length = length;
+        return;
+    }
+    InsertFunction(m_length, data, count);
+}
+
+void CZRB_String::InsertFunction(unsigned int pos, const char* data, unsigned int count) {
+    const unsigned int length = SumOfLengths(m_length, count);
+    const std::less<const char*> before;
+    const bool fromInside = !before(data, m_buffer) && before(data, m_buffer + m_capacity + 1);
+    if (length <= m_capacity && (!fromInside || pos == m_length)) {
+        // Room enough: the tail (terminator included) moves up and the text goes in.
+        std::memmove(m_buffer + pos + count, m_buffer + pos, m_length - pos + size_t{1});
+        std::memmove(m_buffer + pos, data, count);
+        m_length = length;
+        return;
+    }
+    // The text is copied before the old buffer goes, so it may lie inside it.
+    const unsigned int capacity =
+        length <= m_capacity ? m_capacity : GrownCapacity(m_capacity, length);
+    char* fresh = AllocateBytes(capacity);
+    std::memcpy(fresh, m_buffer, pos);
+    std::memcpy(fresh + pos, data, count);
+    std::memcpy(fresh + pos + count, m_buffer + pos, m_length - pos);
+    AdoptFunction(fresh, length, capacity);
+}
+
+void CZRB_String::AdoptFunction(char* fresh, unsigned int length, unsigned int capacity) {
     delete[] m_buffer;
     m_buffer = fresh;
     m_length = length;
+    m_capacity = capacity;
+    m_buffer[length] = 0;
 }
 
 // --- Zero-terminated helpers ---
@@ -265,7 +313,7 @@ CZRB_String CZRB_String::operator+(char c) const {
 
 CZRB_String& CZRB_String::operator+=(const CZRB_String& other) {
     if (other.m_length != 0) {
-        ConcatFunction(m_buffer, m_length, other.m_buffer, other.m_length);
+        AppendFunction(other.m_buffer, other.m_length);
     }
     return *this;
 }
@@ -273,13 +321,8 @@ CZRB_String& CZRB_String::operator+=(const CZRB_String& other) {
 CZRB_String& CZRB_String::operator+=(const char* text) {
     const unsigned int count = CS_GetLength(text);
     if (count != 0) {
-        ConcatFunction(m_buffer, m_length, text, count);
+        AppendFunction(text, count);
     }
-    return *this;
-}
-
-CZRB_String& CZRB_String::operator+=(char c) {
-    ConcatFunction(m_buffer, m_length, &c, 1);
     return *this;
 }
 
@@ -356,7 +399,10 @@ CZRB_String& CZRB_String::ResizeMid(unsigned int pos, unsigned int count) {
 // --- Editing ---
 
 CZRB_String& CZRB_String::Insert(char c, unsigned int pos) {
-    return Insert(CZRB_String(c), pos, 0, 1);
+    if (pos <= m_length) {
+        InsertFunction(pos, &c, 1);
+    }
+    return *this;
 }
 
 CZRB_String& CZRB_String::Insert(const CZRB_String& s, unsigned int pos, unsigned int from,
@@ -369,13 +415,7 @@ CZRB_String& CZRB_String::Insert(const CZRB_String& s, unsigned int pos, unsigne
     if (n > s.m_length - from) {
         n = s.m_length - from;
     }
-    char* fresh = AllocateBytes(SumOfLengths(m_length, n));
-    std::memcpy(fresh, m_buffer, pos);
-    std::memcpy(fresh + pos, s.m_buffer + from, n);
-    std::memcpy(fresh + pos + n, m_buffer + pos, m_length - pos);
-    delete[] m_buffer;
-    m_buffer = fresh;
-    m_length += n;
+    InsertFunction(pos, s.m_buffer + from, n);
     return *this;
 }
 
@@ -386,12 +426,17 @@ CZRB_String& CZRB_String::RemoveChars(unsigned int pos, unsigned int count) {
     if (count > m_length - pos) {
         count = m_length - pos;
     }
-    char* fresh = AllocateBytes(m_length - count);
+    const unsigned int length = m_length - count;
+    if (m_capacity <= 2ULL * length) {
+        // The spare room stays below the text: the tail (terminator included) moves down.
+        std::memmove(m_buffer + pos, m_buffer + pos + count, length - pos + size_t{1});
+        m_length = length;
+        return *this;
+    }
+    char* fresh = AllocateBytes(length);
     std::memcpy(fresh, m_buffer, pos);
-    std::memcpy(fresh + pos, m_buffer + pos + count, m_length - pos - count);
-    delete[] m_buffer;
-    m_buffer = fresh;
-    m_length -= count;
+    std::memcpy(fresh + pos, m_buffer + pos + count, length - pos);
+    AdoptFunction(fresh, length, length);
     return *this;
 }
 
@@ -409,9 +454,7 @@ CZRB_String& CZRB_String::RemoveChar(char c) {
             fresh[j++] = m_buffer[i];
         }
     }
-    delete[] m_buffer;
-    m_buffer = fresh;
-    m_length = kept;
+    AdoptFunction(fresh, kept, kept);
     return *this;
 }
 
@@ -433,12 +476,30 @@ CZRB_String& CZRB_String::ReplaceChars(const CZRB_String& s, unsigned int pos, u
 CZRB_String& CZRB_String::ReplaceString(const CZRB_String& s, unsigned int pos,
                                         unsigned int removeCount, unsigned int from,
                                         unsigned int count) {
-    CZRB_String result = Left(pos) + s.Mid(from, s.m_length < count ? s.m_length : count);
-    const unsigned int rest = m_length - pos - removeCount;
-    if (IsPositiveAsSigned(rest)) {
-        result += Right(rest);
+    // Left(pos) + s.Mid(from, min(s.length, count)) + Right(rest), assembled in one go.
+    const unsigned int leftCount = pos < m_length ? pos : m_length;
+    const unsigned int wanted = s.m_length < count ? s.m_length : count;
+    unsigned int midCount = 0;
+    const char* mid = s.m_buffer;
+    if (from < s.m_length) {
+        const unsigned int available = s.m_length - from;
+        midCount = wanted < available ? wanted : available;
+        mid += from;
     }
-    DataCopy(result);
+    const unsigned int rest = m_length - pos - removeCount;
+    const unsigned int rightCount =
+        IsPositiveAsSigned(rest) ? (rest < m_length ? rest : m_length) : 0;
+    const unsigned int length = SumOfLengths(SumOfLengths(leftCount, midCount), rightCount);
+    if (length == m_length && length != 0) {
+        // The assignment rule keeps the buffer; left and right parts are already in place.
+        std::memmove(m_buffer + leftCount, mid, midCount);
+        return *this;
+    }
+    char* fresh = AllocateBytes(length);
+    std::memcpy(fresh, m_buffer, leftCount);
+    std::memcpy(fresh + leftCount, mid, midCount);
+    std::memcpy(fresh + leftCount + midCount, m_buffer + (m_length - rightCount), rightCount);
+    AdoptFunction(fresh, length, length);
     return *this;
 }
 
@@ -474,12 +535,14 @@ CZRB_String& CZRB_String::SetCase(unsigned int mode) {
 // --- Searching ---
 
 unsigned char CZRB_String::FindFromBegin(char c, unsigned int* pos, unsigned int start) const {
-    for (unsigned int i = start; i < m_length; ++i) {
-        if (m_buffer[i] == c) {
-            return FoundAt(pos, i);
-        }
+    if (start >= m_length) {
+        return 0;
     }
-    return 0;
+    const void* found = std::memchr(m_buffer + start, c, m_length - start);
+    if (found == nullptr) {
+        return 0;
+    }
+    return FoundAt(pos, static_cast<unsigned int>(static_cast<const char*>(found) - m_buffer));
 }
 
 unsigned char CZRB_String::FindFromBegin(const CZRB_String& s, unsigned int* pos,
@@ -487,7 +550,16 @@ unsigned char CZRB_String::FindFromBegin(const CZRB_String& s, unsigned int* pos
     if (s.m_length == 0 || s.m_length > m_length) {
         return 0;
     }
-    for (unsigned int i = start; i <= m_length - s.m_length; ++i) {
+    const unsigned int last = m_length - s.m_length; // the last candidate that still fits
+    for (unsigned int i = start; i <= last; ++i) {
+        if (matchCase != 0) {
+            // Exact bytes: jump to the next candidate that starts with the first byte.
+            const void* next = std::memchr(m_buffer + i, s.m_buffer[0], last - i + 1);
+            if (next == nullptr) {
+                return 0;
+            }
+            i = static_cast<unsigned int>(static_cast<const char*>(next) - m_buffer);
+        }
         if (MatchesAt(m_buffer + i, s.m_buffer, s.m_length, matchCase)) {
             return FoundAt(pos, i);
         }
@@ -658,24 +730,32 @@ CZRB_String& CZRB_String::Format(const char* format, ...) {
     va_start(args, format);
     va_list measuring;
     va_copy(measuring, args);
-    const int measured = std::vsnprintf(nullptr, 0, format, measuring);
+    // The measuring pass writes into a work area, so a short text is done in one pass. Either
+    // way the text is formatted outside this string's buffer, so arguments that point into
+    // it stay valid.
+    char work[256];
+    const int measured = std::vsnprintf(work, sizeof work, format, measuring);
     va_end(measuring);
     if (measured < 0) {
         va_end(args);
         return *this;
     }
-    // Formatted into a fresh buffer, so arguments that point into this string stay valid.
     const unsigned int length = static_cast<unsigned int>(measured);
-    char* fresh = AllocateBytes(length);
-    std::vsnprintf(fresh, length + size_t{1}, format, args);
+    char* fresh = nullptr;
+    const char* text = work;
+    if (length >= sizeof work) {
+        fresh = AllocateBytes(length);
+        std::vsnprintf(fresh, length + size_t{1}, format, args);
+        text = fresh;
+    }
     va_end(args);
     if (length == m_length && length != 0) {
-        std::memcpy(m_buffer, fresh, length); // the NewBuffer rule keeps the buffer
+        std::memcpy(m_buffer, text, length); // the NewBuffer rule keeps the buffer
         delete[] fresh;
+    } else if (fresh != nullptr) {
+        AdoptFunction(fresh, length, length);
     } else {
-        delete[] m_buffer;
-        m_buffer = fresh;
-        m_length = length;
+        AssignFunction(work, length);
     }
     return *this;
 }
