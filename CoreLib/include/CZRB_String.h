@@ -277,10 +277,19 @@ private:
     // and terminated.
     void AdoptFunction(char* fresh, unsigned int length, unsigned int capacity);
 
+    // Room inside the object for short texts, so that they need no heap block of their own.
+    static constexpr unsigned int kInlineRoom = 15;
+    // Points the string at its inline room with `length` (at most kInlineRoom) characters and
+    // the terminator set, freeing a heap buffer it held; the characters are the caller's.
+    void UseInlineFunction(unsigned int length);
+    // Frees the buffer when it is a heap block.
+    void FreeHeapFunction();
+
     char* m_buffer;
     unsigned int m_length;
     // Characters the buffer has room for, not counting the terminator's byte.
     unsigned int m_capacity;
+    char m_inline[kInlineRoom + 1];
 };
 
 // 1 when left is equal to right by CS_Compare (case-sensitive), else 0.

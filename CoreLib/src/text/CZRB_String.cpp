@@ -100,28 +100,25 @@ unsigned char FoundAt(unsigned int* pos, unsigned int at) {
 
 // --- Construction and assignment ---
 
-CZRB_String::CZRB_String() : m_buffer(AllocateBytes(0)), m_length(0), m_capacity(0) {}
-
-CZRB_String::CZRB_String(const CZRB_String& other)
-    : CZRB_Object(other), m_buffer(AllocateBytes(other.m_length)), m_length(other.m_length),
-      m_capacity(other.m_length) {
-    std::memcpy(m_buffer, other.m_buffer, m_length);
+CZRB_String::CZRB_String() : m_buffer(m_inline), m_length(0), m_capacity(kInlineRoom) {
+    m_inline[0] = 0;
 }
+
+CZRB_String::CZRB_String(const CZRB_String& other) : CZRB_String(other.m_buffer, other.m_length) {}
 
 CZRB_String::CZRB_String(const char* text) : CZRB_String(TextOrEmpty(text), CS_GetLength(text)) {}
 
-CZRB_String::CZRB_String(const char* data, unsigned int count)
-    : m_buffer(AllocateBytes(data != nullptr ? count : 0)), m_length(data != nullptr ? count : 0),
-      m_capacity(m_length) {
-    if (m_length != 0) {
-        std::memcpy(m_buffer, data, m_length);
+CZRB_String::CZRB_String(const char* data, unsigned int count) : CZRB_String() {
+    if (data != nullptr && count != 0) {
+        NewBuffer(count);
+        std::memcpy(m_buffer, data, count);
     }
 }
 
 CZRB_String::CZRB_String(char c) : CZRB_String(1, c) {}
 
-CZRB_String::CZRB_String(unsigned int count, char c)
-    : m_buffer(AllocateBytes(count)), m_length(count), m_capacity(count) {
+CZRB_String::CZRB_String(unsigned int count, char c) : CZRB_String() {
+    NewBuffer(count);
     std::memset(m_buffer, c, count);
 }
 
@@ -170,11 +167,15 @@ void CZRB_String::NewBuffer(unsigned int length) {
     if (length == m_length && length != 0) {
         return;
     }
+    if (length <= kInlineRoom) {
+        UseInlineFunction(length);
+        return;
+    }
     AdoptFunction(AllocateBytes(length), length, length);
 }
 
 void CZRB_String::DeleteBuffer() {
-    delete[] m_buffer;
+    FreeHeapFunction();
     m_buffer = nullptr;
     m_length = 0;
     m_capacity = 0;
@@ -199,6 +200,12 @@ unsigned char CZRB_String::IsCharsEqual(const char& a, const char& b, unsigned c
 void CZRB_String::AssignFunction(const char* data, unsigned int count) {
     if (count == m_length && count != 0) {
         std::memmove(m_buffer, data, count);
+        return;
+    }
+    if (count <= kInlineRoom) {
+        // The source may lie inside the inline room or the heap buffer; the latter goes last.
+        std::memmove(m_inline, data, count);
+        UseInlineFunction(count);
         return;
     }
     // The source is copied before the old buffer goes, so it may lie inside it.
@@ -248,8 +255,22 @@ void CZRB_String::InsertFunction(unsigned int pos, const char* data, unsigned in
     AdoptFunction(fresh, length, capacity);
 }
 
+void CZRB_String::UseInlineFunction(unsigned int length) {
+    FreeHeapFunction();
+    m_buffer = m_inline;
+    m_length = length;
+    m_capacity = kInlineRoom;
+    m_inline[length] = 0;
+}
+
+void CZRB_String::FreeHeapFunction() {
+    if (m_buffer != m_inline) {
+        delete[] m_buffer;
+    }
+}
+
 void CZRB_String::AdoptFunction(char* fresh, unsigned int length, unsigned int capacity) {
-    delete[] m_buffer;
+    FreeHeapFunction();
     m_buffer = fresh;
     m_length = length;
     m_capacity = capacity;
