@@ -40,6 +40,7 @@ TEST_F(ZrbTest, BmpToPnmWritesTheReferenceFileByteForByte) {
 TEST_F(ZrbTest, BmpToPnmExplainsRefusalsAndFailedWrites) {
     Write("short.bmp", Sample("im_v3_24.bmp").substr(0, 80));
     Write("text.bmp", std::string(60, 'B'));
+    Write("zero.bmp", "BM" + std::string(60, '\0'));
     const std::string alpha = SamplePath("im_v5_32a.bmp");
     const std::vector<std::tuple<std::vector<std::string>, std::string>> cases = {
         {{SamplePath("hand_v3_png.bmp"), "-o", "out.pnm"},
@@ -50,6 +51,7 @@ TEST_F(ZrbTest, BmpToPnmExplainsRefusalsAndFailedWrites) {
         {{"short.bmp", "-o", "out.pnm"},
          "short.bmp: truncated: the file (80 bytes) is shorter than its headers"},
         {{"text.bmp"}, "text.bmp: not a BMP file: it does not start with \"BM\""},
+        {{"zero.bmp"}, "zero.bmp: not a BMP file: unknown info header of 0 bytes"},
         {{"missing.bmp"}, "missing.bmp: No such file or directory"},
         {{alpha, "--max-pixels", "116"}, "13 x 9 pixels are above the pixel limit of 116"},
         {{alpha, "--max-pixels", "0x40000000"}, "--max-pixels \"0x40000000\" is not a number"},

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <iterator>
 
 namespace zrb {
@@ -29,8 +30,14 @@ std::string Hex(unsigned int value, unsigned int digits) {
     return text;
 }
 
-std::string NotBitmap(const Decoder::t_Header& h) {
-    if (h.headerSize == 0) {
+bool StartsWithBm(const std::string& path) {
+    char start[2] = {};
+    std::ifstream(path, std::ios::binary).read(start, 2);
+    return start[0] == 'B' && start[1] == 'M';
+}
+
+std::string NotBitmap(const Decoder::t_Header& h, const std::string& path) {
+    if (!StartsWithBm(path)) {
         return "not a BMP file: it does not start with \"BM\"";
     }
     const unsigned int known[] = {12, 40, 52, 56, 108, 124};
@@ -74,7 +81,7 @@ std::string DecodeProblem(unsigned int result, const CZRB_BitmapDecoder& decoder
                " bits per pixel with compression " + std::to_string(h.compression) + " (" +
                CompressionName(h.compression) + ") are not decoded";
     case Decoder::RESULT_NOT_BITMAP:
-        return NotBitmap(h);
+        return NotBitmap(h, path);
     case Decoder::RESULT_EMBEDDED_JPEG:
         return "the bitmap holds an embedded JPEG image, which is not decoded here";
     case Decoder::RESULT_EMBEDDED_PNG:
