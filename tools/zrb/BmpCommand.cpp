@@ -1,6 +1,10 @@
-// zrb bmp: what a BMP file's header says and what CZRB_WinBitmapData answers about its pixels.
+// zrb bmp: what a BMP file's header says, what CZRB_WinBitmapData answers about its pixels and
+// what CZRB_BitmapDecoder makes of it; the decoded image as PAM or PPM.
+#include "BmpDecoderView.h"
 #include "Common.h"
+#include "PnmOutput.h"
 
+#include "CZRB_BitmapDecoder.h"
 #include "CZRB_Exception.h"
 #include "CZRB_WinBitmapData.h"
 
@@ -20,6 +24,8 @@ using Header = CZRB_WinBitmapData::SInfoHeader;
 struct BmpOptions {
     std::string file;
     std::string x, y;
+    std::string output = "-";
+    std::string maxPixels; // empty: the decoder's default
 };
 
 // Why the reader calls a file unreadable (result 11), from the file's own first bytes.
@@ -41,8 +47,7 @@ std::string WhyNotBmp(const std::string& path) {
     return "too short for a BMP file (" + std::to_string(length) + " bytes, 54 at least)";
 }
 
-// The file's headers and, when they load, its palette and pixels. Throws ToolError when not
-// even the headers can be read.
+// The file's headers and, when they load, its palette and pixels.
 struct LoadedBitmap {
     Header header{};
     unsigned int dataOffset = 0;
@@ -50,15 +55,15 @@ struct LoadedBitmap {
     std::string loadProblem; // empty when palette and pixels loaded
 };
 
-void Load(const std::string& path, LoadedBitmap& loaded) {
-    RequireReadableFile(path);
+// Loads what the reader can; returns why it cannot read even the headers, or "".
+std::string TryLoad(const std::string& path, LoadedBitmap& loaded) {
     const unsigned int result =
         CZRB_WinBitmapData::ReadInfoFromFile(path.c_str(), loaded.header, &loaded.dataOffset);
     if (result == 11) {
-        throw ToolError(path + ": " + WhyNotBmp(path));
+        return WhyNotBmp(path);
     }
     if (result != 0) {
-        throw ToolError(path + ": cannot be read");
+        return "cannot be read";
     }
     try {
         const unsigned int load = loaded.bitmap.LoadFromFile(path.c_str());
@@ -67,6 +72,16 @@ void Load(const std::string& path, LoadedBitmap& loaded) {
         }
     } catch (const CZRB_Exception&) {
         loaded.loadProblem = "the header announces no pixel data";
+    }
+    return "";
+}
+
+// As TryLoad, but throws ToolError when the file or its headers cannot be read.
+void Load(const std::string& path, LoadedBitmap& loaded) {
+    RequireReadableFile(path);
+    const std::string problem = TryLoad(path, loaded);
+    if (!problem.empty()) {
+        throw ToolError(path + ": " + problem);
     }
 }
 
@@ -101,18 +116,35 @@ unsigned int Ask(Query query) {
     }
 }
 
-const char* CompressionName(unsigned int compression) {
-    static const char* const kNames[] = {"none", "RLE, 8 bits", "RLE, 4 bits",     "bit fields",
-                                         "JPEG", "PNG",         "alpha bit fields"};
-    return compression < 7 ? kNames[compression] : "unknown";
+unsigned int PixelLimit(const BmpOptions& options) {
+    if (options.maxPixels.empty()) {
+        return CZRB_BitmapDecoder::DEFAULT_PIXEL_LIMIT;
+    }
+    return static_cast<unsigned int>(
+        ParseUnsigned(options.maxPixels, "--max-pixels", CZRB_BitmapDecoder::MAX_PIXEL_LIMIT));
 }
 
-int RunInfo(const BmpOptions& options) {
-    LoadedBitmap loaded;
-    Load(options.file, loaded);
-    Header& h = loaded.header;
-    const unsigned int paletteEntries = CZRB_WinBitmapData::GetPaletteDepth(h);
-    std::printf("file           %s\n", options.file.c_str());
+// The headers of a decoded image in the reader's form, for header forms only the decoder reads
+// (an image size of 0 computed as the reader computes it).
+Header AsInfoHeader(const CZRB_BitmapDecoder& decoder) {
+    const CZRB_BitmapDecoder::t_Header& d = decoder.GetHeader();
+    const unsigned long long rowBytes =
+        (static_cast<unsigned long long>(d.bitCount) * decoder.GetWidth() + 31) / 32 * 4;
+    const auto computedSize = static_cast<unsigned int>(rowBytes * decoder.GetHeight());
+    return Header{d.headerSize,
+                  d.width,
+                  d.height,
+                  d.planes,
+                  d.bitCount,
+                  d.compression,
+                  d.imageSize != 0 ? d.imageSize : computedSize,
+                  d.xPelsPerMeter,
+                  d.yPelsPerMeter,
+                  d.colorsUsed,
+                  d.colorsImportant};
+}
+
+void PrintHeader(const Header& h, unsigned int dataOffset, unsigned int paletteEntries) {
     std::printf("header         %u-byte info header\n", h.biSize);
     std::printf("size           %d x %lld pixels, rows stored %s\n", h.biWidth,
                 std::llabs(static_cast<long long>(h.biHeight)),
@@ -120,13 +152,21 @@ int RunInfo(const BmpOptions& options) {
     std::printf("depth          %u bits per pixel, %u plane(s)\n", h.biBitCount, h.biPlanes);
     std::printf("compression    %u (%s)\n", h.biCompression, CompressionName(h.biCompression));
     std::printf("palette        %u entries\n", paletteEntries);
-    std::printf("pixel data     %u bytes at offset %u\n", h.biSizeImage, loaded.dataOffset);
+    std::printf("pixel data     %u bytes at offset %u\n", h.biSizeImage, dataOffset);
     std::printf("resolution     %d x %d pixels per metre\n", h.biXPelsPerMeter, h.biYPelsPerMeter);
-    if (!loaded.loadProblem.empty()) {
-        std::printf("pixel queries  none: %s\n", loaded.loadProblem.c_str());
-        return kExitBadInput;
+}
+
+// The reader's answers to pixel queries; true when it loaded the pixels.
+bool PrintReaderView(LoadedBitmap& loaded, const std::string& headerProblem) {
+    if (!headerProblem.empty() || !loaded.loadProblem.empty()) {
+        std::printf("pixel queries  none: %s\n",
+                    headerProblem.empty()
+                        ? loaded.loadProblem.c_str()
+                        : ("the reader cannot read it: " + headerProblem).c_str());
+        return false;
     }
     CZRB_WinBitmapData& bitmap = loaded.bitmap;
+    const Header& h = loaded.header;
     ZRB::t_WinRgbQuad colour{};
     unsigned int index = 0;
     const std::string colourReason =
@@ -137,6 +177,48 @@ int RunInfo(const BmpOptions& options) {
                 colourReason.empty() ? "yes" : ("no: " + colourReason).c_str());
     std::printf("palette index  %s\n",
                 indexReason.empty() ? "yes" : ("no: " + indexReason).c_str());
+    return true;
+}
+
+// The header as the reader reads it (or, for header forms only the decoder knows, as the
+// decoder does), the reader's pixel queries and the decoder's view. Fails only when neither
+// can make use of the file.
+int RunInfo(const BmpOptions& options) {
+    const std::string& file = options.file;
+    const unsigned int pixelLimit = PixelLimit(options);
+    RequireReadableFile(file);
+    LoadedBitmap loaded;
+    const std::string headerProblem = TryLoad(file, loaded);
+    CZRB_BitmapDecoder decoder;
+    decoder.SetPixelLimit(pixelLimit);
+    const unsigned int decoded = decoder.LoadFromFile(file.c_str());
+    if (!headerProblem.empty() && decoded != 0) {
+        throw ToolError(file + ": " + DecodeProblem(decoded, decoder, file));
+    }
+    std::printf("file           %s\n", file.c_str());
+    if (headerProblem.empty()) {
+        PrintHeader(loaded.header, loaded.dataOffset,
+                    CZRB_WinBitmapData::GetPaletteDepth(loaded.header));
+    } else {
+        const CZRB_BitmapDecoder::t_Header& d = decoder.GetHeader();
+        PrintHeader(AsInfoHeader(decoder), d.dataOffset, d.paletteEntries);
+    }
+    const bool readerLoaded = PrintReaderView(loaded, headerProblem);
+    PrintDecoderView(decoded, decoder, file);
+    return readerLoaded || decoded == 0 ? kExitOk : kExitBadInput;
+}
+
+// The image the decoder makes of the file, as PAM (with alpha) or PPM.
+int RunToPnm(const BmpOptions& options) {
+    const unsigned int pixelLimit = PixelLimit(options);
+    RequireReadableFile(options.file);
+    CZRB_BitmapDecoder decoder;
+    decoder.SetPixelLimit(pixelLimit);
+    const unsigned int result = decoder.LoadFromFile(options.file.c_str());
+    if (result != 0) {
+        throw ToolError(options.file + ": " + DecodeProblem(result, decoder, options.file));
+    }
+    WritePnm(decoder, options.output);
     return kExitOk;
 }
 
@@ -178,16 +260,27 @@ int RunPixel(const BmpOptions& options) {
     return kExitOk;
 }
 
+void AddPixelLimitOption(CLI::App& command, BmpOptions& options) {
+    command
+        .add_option("--max-pixels", options.maxPixels,
+                    "Most pixels (width x height) the decoder accepts; default " +
+                        std::to_string(CZRB_BitmapDecoder::DEFAULT_PIXEL_LIMIT))
+        ->type_name("N");
+}
+
 } // namespace
 
 void AddBmpCommand(CLI::App& app, CommandRun& run) {
     auto options = std::make_shared<BmpOptions>();
-    CLI::App* command = app.add_subcommand("bmp", "Look inside a BMP file.");
+    CLI::App* command =
+        app.add_subcommand("bmp", "Look inside a BMP file, or convert it to PAM or PPM.");
     command->require_subcommand(1);
 
     CLI::App* info = command->add_subcommand(
-        "info", "Print what the header says and which pixel queries the reader answers.");
+        "info", "Print what the header says, which pixel queries the reader answers and what "
+                "the decoder makes of the file.");
     info->add_option("FILE", options->file, "The BMP file")->required();
+    AddPixelLimitOption(*info, *options);
     info->callback([options, &run] { run = [options] { return RunInfo(*options); }; });
 
     CLI::App* pixel = command->add_subcommand(
@@ -196,6 +289,16 @@ void AddBmpCommand(CLI::App& app, CommandRun& run) {
     pixel->add_option("X", options->x, "Column, 0 at the left")->required();
     pixel->add_option("Y", options->y, "Row, 0 at the top")->required();
     pixel->callback([options, &run] { run = [options] { return RunPixel(*options); }; });
+
+    CLI::App* topnm = command->add_subcommand(
+        "topnm", "Write the decoded image as PAM (with alpha) or binary PPM, for any viewer.");
+    topnm->add_option("FILE", options->file, "The BMP file")->required();
+    topnm
+        ->add_option("-o,--output", options->output,
+                     "Output file; - (the default) for standard output")
+        ->type_name("OUT");
+    AddPixelLimitOption(*topnm, *options);
+    topnm->callback([options, &run] { run = [options] { return RunToPnm(*options); }; });
 }
 
 } // namespace zrb
