@@ -4,6 +4,7 @@
 #
 #   scripts/run-fuzzers.sh [seconds per target, default 30] [target names, default all]
 #
+# FUZZ_JOBS sets how many run at once (default 2; 1 on a machine shared with others).
 # Inputs the fuzzer finds go to build/fuzz/corpus/<name>/, never into the committed corpus.
 # Fails loudly on any crash, broken check, leak, timeout or out-of-memory: the log of the
 # failing target is printed and the input that caused it is kept in build/fuzz/findings/.
@@ -46,4 +47,4 @@ run_one() {
 }
 export -f run_one
 
-printf '%s\n' "${names[@]}" | xargs -P 2 -I{} bash -c 'run_one "$@"' _ {} "$seconds" "$build"
+printf '%s\n' "${names[@]}" | xargs -P "${FUZZ_JOBS:-2}" -I{} bash -c 'run_one "$@"' _ {} "$seconds" "$build"
