@@ -31,8 +31,6 @@ class FuzzInput {
 public:
     FuzzInput(const std::uint8_t* data, std::size_t size) : m_data(data), m_size(size) {}
 
-    std::size_t Remaining() const { return m_size; }
-
     // The next sizeof(T) bytes as a T (zero-filled past the end).
     template <class T>
     T Take() {
