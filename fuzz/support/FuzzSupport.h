@@ -99,8 +99,9 @@ unsigned int ThrownCode(F action) {
     return 0;
 }
 
-// A file of this process in $TMPDIR (or /tmp) under a unique name, rewritten with each input
-// and removed when the process exits normally.
+// A file of this process, rewritten with each input. It is created under a unique name in
+// $TMPDIR (or /tmp) and removed at once; its path is this process's link to the open file, so
+// nothing is left behind, not even when a finding ends the process.
 class ScratchFile {
 public:
     // Replaces the file's contents by `size` bytes of `data`; returns its path.
@@ -123,18 +124,15 @@ public:
 private:
     ScratchFile() {
         const char* folder = std::getenv("TMPDIR");
-        std::string pattern =
-            std::string(folder && *folder ? folder : "/tmp") + "/lzrb-fuzz-XXXXXX";
-        m_descriptor = mkstemp(&pattern[0]);
-        FUZZ_CHECK(m_descriptor >= 0);
-        m_path = pattern.c_str();
-        std::atexit([] { std::remove(Instance().m_path.GetStringC()); });
+        std::string name = std::string(folder && *folder ? folder : "/tmp") + "/lzrb-fuzz-XXXXXX";
+        m_descriptor = mkstemp(&name[0]);
+        FUZZ_CHECK(m_descriptor >= 0 && unlink(name.c_str()) == 0);
+        m_path = ("/proc/self/fd/" + std::to_string(m_descriptor)).c_str();
     }
 
-    // Never destroyed, so that the removal at exit still finds the path.
     static ScratchFile& Instance() {
-        static ScratchFile* const file = new ScratchFile;
-        return *file;
+        static ScratchFile file;
+        return file;
     }
 
     int m_descriptor;
