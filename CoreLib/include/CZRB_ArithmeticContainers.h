@@ -25,47 +25,47 @@ public:
     // values are their IEEE 754 bit patterns. offset + width beyond the size throws 2
     // (object = this) before anything is read or written; the vector never grows.
 
-    // Signed 16-bit value at offset (the bits of GetUint16).
+    /// Signed 16-bit value at offset (the bits of GetUint16).
     short GetInt16(unsigned int offset, ZRB::t_ByteOrdering order) const;
-    // Unsigned 16-bit value at offset.
+    /// Unsigned 16-bit value at offset.
     unsigned short GetUint16(unsigned int offset, ZRB::t_ByteOrdering order) const;
-    // Signed 32-bit value at offset (the bits of GetUint32).
+    /// Signed 32-bit value at offset (the bits of GetUint32).
     int GetInt32(unsigned int offset, ZRB::t_ByteOrdering order) const;
-    // Unsigned 32-bit value at offset.
+    /// Unsigned 32-bit value at offset.
     unsigned int GetUint32(unsigned int offset, ZRB::t_ByteOrdering order) const;
-    // Signed 64-bit value at offset (the bits of GetUint64).
+    /// Signed 64-bit value at offset (the bits of GetUint64).
     __int64 GetInt64(unsigned int offset, ZRB::t_ByteOrdering order) const;
-    // Unsigned 64-bit value at offset.
+    /// Unsigned 64-bit value at offset.
     unsigned __int64 GetUint64(unsigned int offset, ZRB::t_ByteOrdering order) const;
-    // IEEE 754 single whose 32-bit pattern is at offset.
+    /// IEEE 754 single whose 32-bit pattern is at offset.
     float GetFloat(unsigned int offset, ZRB::t_ByteOrdering order) const;
-    // IEEE 754 double whose 64-bit pattern is at offset.
+    /// IEEE 754 double whose 64-bit pattern is at offset.
     double GetDouble(unsigned int offset, ZRB::t_ByteOrdering order) const;
 
-    // Writes the two bytes of value at offset.
+    /// Writes the two bytes of value at offset.
     CZRB_Uint8Vector& SetInt16(const short& value, unsigned int offset, ZRB::t_ByteOrdering order);
-    // Writes the two bytes of value at offset.
+    /// Writes the two bytes of value at offset.
     CZRB_Uint8Vector& SetUint16(const unsigned short& value, unsigned int offset,
                                 ZRB::t_ByteOrdering order);
-    // Writes the four bytes of value at offset.
+    /// Writes the four bytes of value at offset.
     CZRB_Uint8Vector& SetInt32(const int& value, unsigned int offset, ZRB::t_ByteOrdering order);
-    // Writes the four bytes of value at offset.
+    /// Writes the four bytes of value at offset.
     CZRB_Uint8Vector& SetUint32(const unsigned int& value, unsigned int offset,
                                 ZRB::t_ByteOrdering order);
-    // Writes the eight bytes of value at offset.
+    /// Writes the eight bytes of value at offset.
     CZRB_Uint8Vector& SetInt64(const __int64& value, unsigned int offset,
                                ZRB::t_ByteOrdering order);
-    // Writes the eight bytes of value at offset.
+    /// Writes the eight bytes of value at offset.
     CZRB_Uint8Vector& SetUint64(const unsigned __int64& value, unsigned int offset,
                                 ZRB::t_ByteOrdering order);
-    // Writes the four bytes of the float's bit pattern at offset.
+    /// Writes the four bytes of the float's bit pattern at offset.
     CZRB_Uint8Vector& SetFloat(const float& value, unsigned int offset, ZRB::t_ByteOrdering order);
-    // Writes the eight bytes of the double's bit pattern at offset.
+    /// Writes the eight bytes of the double's bit pattern at offset.
     CZRB_Uint8Vector& SetDouble(const double& value, unsigned int offset,
                                 ZRB::t_ByteOrdering order);
 
 protected:
-    // The first of `width` bytes at offset; throws 2 when they reach beyond the size.
+    /// The first of `width` bytes at offset; throws 2 when they reach beyond the size.
     unsigned char* FieldFunction(unsigned int offset, unsigned int width) const;
 };
 
@@ -102,7 +102,7 @@ class LZRB_API CZRB_DoubleVector : public CZRB_OrderedVector<double> {
     LZRB_NAMED_VECTOR_MEMBERS(CZRB_DoubleVector, CZRB_OrderedVector<double>, double)
 
 public:
-    // The square root of the mean of the squared elements; an empty vector gives NaN.
+    /// The square root of the mean of the squared elements; an empty vector gives NaN.
     double GetRMS() const;
 };
 

@@ -42,7 +42,7 @@
 
 class LZRB_API CZRB_BitmapDecoder : public CZRB_Object {
 public:
-    // Result codes of LoadFromFile and LoadFromMemory (see above).
+    /// Result codes of LoadFromFile and LoadFromMemory (see above).
     static constexpr unsigned int RESULT_OK = 0;
     static constexpr unsigned int RESULT_CANNOT_OPEN = 1;
     static constexpr unsigned int RESULT_UNSUPPORTED = 8;
@@ -53,7 +53,7 @@ public:
     static constexpr unsigned int RESULT_CORRUPT = 15;
     static constexpr unsigned int RESULT_TRUNCATED = 30;
 
-    // Compression values of the info header.
+    /// Compression values of the info header.
     static constexpr unsigned int COMPRESSION_RGB = 0;
     static constexpr unsigned int COMPRESSION_RLE8 = 1;
     static constexpr unsigned int COMPRESSION_RLE4 = 2;
@@ -62,78 +62,78 @@ public:
     static constexpr unsigned int COMPRESSION_PNG = 5;
     static constexpr unsigned int COMPRESSION_ALPHABITFIELDS = 6;
 
-    // 64 Mi pixels (for example 8192 x 8192), 256 MiB of RGBA.
+    /// 64 Mi pixels (for example 8192 x 8192), 256 MiB of RGBA.
     static constexpr unsigned int DEFAULT_PIXEL_LIMIT = 1U << 26;
-    // The most pixels whose 4 bytes each fit a byte vector.
+    /// The most pixels whose 4 bytes each fit a byte vector.
     static constexpr unsigned int MAX_PIXEL_LIMIT = 0x3FFFFFFFU;
 
-    // What the headers of the last file said. Fields the file does not have (a core header
-    // has no compression, sizes, resolutions or colour counts) are 0; the core header's
-    // 16-bit width and height are widened.
+    /// What the headers of the last file said. Fields the file does not have (a core header
+    /// has no compression, sizes, resolutions or colour counts) are 0; the core header's
+    /// 16-bit width and height are widened.
     struct t_Header {
-        unsigned int fileSize;    // file header bytes 2-5, as stored (never checked)
-        unsigned int dataOffset;  // file header bytes 10-13: where the pixel data starts
-        unsigned int headerSize;  // info header size: 12, 40, 52, 56, 108 or 124
-        int width;                // as stored
-        int height;               // as stored; negative for rows stored top-down
-        unsigned short planes;    // as stored (not checked)
-        unsigned short bitCount;  // bits per pixel
-        unsigned int compression; // COMPRESSION_...
-        unsigned int imageSize;   // as stored; bytes of compressed pixel data
+        unsigned int fileSize;    ///< file header bytes 2-5, as stored (never checked)
+        unsigned int dataOffset;  ///< file header bytes 10-13: where the pixel data starts
+        unsigned int headerSize;  ///< info header size: 12, 40, 52, 56, 108 or 124
+        int width;                ///< as stored
+        int height;               ///< as stored; negative for rows stored top-down
+        unsigned short planes;    ///< as stored (not checked)
+        unsigned short bitCount;  ///< bits per pixel
+        unsigned int compression; ///< COMPRESSION_...
+        unsigned int imageSize;   ///< as stored; bytes of compressed pixel data
         int xPelsPerMeter;
         int yPelsPerMeter;
-        unsigned int colorsUsed;      // as stored
-        unsigned int colorsImportant; // as stored
-        unsigned int paletteEntries;  // colour table entries in use (palette images only)
-        unsigned int redMask;         // masks in effect for 16, 24 and 32 bits (the
-        unsigned int greenMask;       // defaults when the file gives none), 0 for palette
-        unsigned int blueMask;        // images
+        unsigned int colorsUsed;      ///< as stored
+        unsigned int colorsImportant; ///< as stored
+        unsigned int paletteEntries;  ///< colour table entries in use (palette images only)
+        unsigned int redMask;         ///< masks in effect for 16, 24 and 32 bits (the
+        unsigned int greenMask;       ///< defaults when the file gives none), 0 for palette
+        unsigned int blueMask;        ///< images
         unsigned int alphaMask;
     };
 
-    // Empty: no pixels, width and height 0, header all 0, DEFAULT_PIXEL_LIMIT.
+    /// Empty: no pixels, width and height 0, header all 0, DEFAULT_PIXEL_LIMIT.
     CZRB_BitmapDecoder();
-    // Deep copy of header, pixels and pixel limit.
+    /// Deep copy of header, pixels and pixel limit.
     CZRB_BitmapDecoder(const CZRB_BitmapDecoder& other);
-    // Deep copy as the copy constructor; returns this object.
+    /// Deep copy as the copy constructor; returns this object.
     CZRB_BitmapDecoder& operator=(const CZRB_BitmapDecoder& other);
-    // Frees the pixels.
+    /// Frees the pixels.
     ~CZRB_BitmapDecoder() override;
 
-    // Decodes the BMP file at `path` (read through CZRB_File; only the headers and the pixel
-    // data are read). Returns a code above. On failure there are no pixels, width and height
-    // are 0 and the header holds what was read before the failure.
+    /// Decodes the BMP file at `path` (read through CZRB_File; only the headers and the pixel
+    /// data are read). Returns a code above. On failure there are no pixels, width and height
+    /// are 0 and the header holds what was read before the failure.
     unsigned int LoadFromFile(const CZRB_String& path);
-    // Decodes the `length` bytes at `data` as a BMP file; the same codes as LoadFromFile but
-    // 1 (null `data` gives 11). The bytes are not kept.
+    /// Decodes the `length` bytes at `data` as a BMP file; the same codes as LoadFromFile but
+    /// 1 (null `data` gives 11). The bytes are not kept.
     unsigned int LoadFromMemory(const void* data, unsigned __int64 length);
-    // Frees the pixels and clears the header; the pixel limit stays.
+    /// Frees the pixels and clears the header; the pixel limit stays.
     void Destroy();
 
-    // Sets the most pixels (width * height) a load accepts; values above MAX_PIXEL_LIMIT
-    // become MAX_PIXEL_LIMIT. Returns this object.
+    /// Sets the most pixels (width * height) a load accepts; values above MAX_PIXEL_LIMIT
+    /// become MAX_PIXEL_LIMIT. Returns this object.
     CZRB_BitmapDecoder& SetPixelLimit(unsigned int limit);
-    // The pixel limit.
+    /// The pixel limit.
     unsigned int GetPixelLimit() const;
 
-    // Width of the decoded image in pixels; 0 when nothing is decoded.
+    /// Width of the decoded image in pixels; 0 when nothing is decoded.
     unsigned int GetWidth() const;
-    // Height of the decoded image in pixels (always positive); 0 when nothing is decoded.
+    /// Height of the decoded image in pixels (always positive); 0 when nothing is decoded.
     unsigned int GetHeight() const;
-    // 1 when the decoded image has an alpha channel (an alpha mask in effect), else 0.
-    // Without one every alpha byte is 255.
+    /// 1 when the decoded image has an alpha channel (an alpha mask in effect), else 0.
+    /// Without one every alpha byte is 255.
     unsigned char HasAlpha() const;
-    // The headers of the last load (see t_Header).
+    /// The headers of the last load (see t_Header).
     const t_Header& GetHeader() const;
-    // The pixels: width * height * 4 bytes red, green, blue, alpha; rows from the top, each
-    // row from the left, no padding. Empty when nothing is decoded.
+    /// The pixels: width * height * 4 bytes red, green, blue, alpha; rows from the top, each
+    /// row from the left, no padding. Empty when nothing is decoded.
     const CZRB_Uint8Vector& GetPixels() const;
-    // Colour of pixel (x, y), (0, 0) the top-left: 0, or 3 when x or y is outside the image
-    // (`colour` unchanged). Reserved gets the alpha value.
+    /// Colour of pixel (x, y), (0, 0) the top-left: 0, or 3 when x or y is outside the image
+    /// (`colour` unchanged). Reserved gets the alpha value.
     unsigned int GetPixelColor(unsigned int x, unsigned int y, ZRB::t_WinRgbQuad& colour) const;
 
 protected:
-    // Deep copy of every member of `other`.
+    /// Deep copy of every member of `other`.
     void DataCopy(const CZRB_BitmapDecoder& other);
 
 private:

@@ -12,15 +12,15 @@
 
 class LZRB_API CZRB_Exception {
 public:
-    // All three members zero: code 0, object null, detail 0.
+    /// All three members zero: code 0, object null, detail 0.
     CZRB_Exception();
-    // Stores the three values unchanged; nothing is validated.
+    /// Stores the three values unchanged; nothing is validated.
     CZRB_Exception(unsigned int code, const void* object, unsigned __int64 detail);
-    // Copies all three members.
+    /// Copies all three members.
     CZRB_Exception(const CZRB_Exception& other);
-    // Copies all three members.
+    /// Copies all three members.
     CZRB_Exception& operator=(const CZRB_Exception& other);
-    // Does nothing.
+    /// Does nothing.
     virtual ~CZRB_Exception();
 
     unsigned int code;

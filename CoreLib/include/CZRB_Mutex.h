@@ -13,25 +13,25 @@
 
 class LZRB_API CZRB_Mutex {
 public:
-    // Creates an unowned recursive mutex. Throws CZRB_Exception 32 (the mutex as object) when
-    // the system mutex cannot be created.
+    /// Creates an unowned recursive mutex. Throws CZRB_Exception 32 (the mutex as object) when
+    /// the system mutex cannot be created.
     CZRB_Mutex();
-    // Shares the mutex of `other`.
+    /// Shares the mutex of `other`.
     CZRB_Mutex(const CZRB_Mutex& other);
-    // Shares the mutex of `other`, giving up this object's own share.
+    /// Shares the mutex of `other`, giving up this object's own share.
     CZRB_Mutex& operator=(const CZRB_Mutex& other);
-    // Gives up this object's share; the last owner destroys the system mutex.
+    /// Gives up this object's share; the last owner destroys the system mutex.
     virtual ~CZRB_Mutex();
 
-    // Blocks until the calling thread owns the mutex (again, if it already does). 0 on
-    // success; 1 on failure, and also when the previous owner ended while holding it (the
-    // caller then owns it).
+    /// Blocks until the calling thread owns the mutex (again, if it already does). 0 on
+    /// success; 1 on failure, and also when the previous owner ended while holding it (the
+    /// caller then owns it).
     unsigned int Lock();
-    // Releases one level of ownership. 0 on success; 1 when the caller does not own it.
+    /// Releases one level of ownership. 0 on success; 1 when the caller does not own it.
     unsigned int Unlock();
 
 protected:
-    // Makes this object share the mutex of `other`.
+    /// Makes this object share the mutex of `other`.
     void DataCopy(const CZRB_Mutex& other);
 
 private:

@@ -7,13 +7,13 @@
 
 class LZRB_API CZRB_Object {
 public:
-    // Constructs an empty base; holds no data.
+    /// Constructs an empty base; holds no data.
     CZRB_Object() = default;
-    // Copies nothing.
+    /// Copies nothing.
     CZRB_Object(const CZRB_Object&) = default;
-    // Copies nothing and returns the left operand.
+    /// Copies nothing and returns the left operand.
     CZRB_Object& operator=(const CZRB_Object&) = default;
-    // Does nothing; virtual so that derived objects are destroyed through a base pointer.
+    /// Does nothing; virtual so that derived objects are destroyed through a base pointer.
     virtual ~CZRB_Object();
 };
 

@@ -10,37 +10,37 @@
 
 class LZRB_API CZRB_Register : public CZRB_BitSet {
 public:
-    // 64 zero bits in one word, a new unowned mutex, both flag bytes 0. Throws
-    // CZRB_Exception 32 (the mutex) when the system mutex cannot be created.
+    /// 64 zero bits in one word, a new unowned mutex, both flag bytes 0. Throws
+    /// CZRB_Exception 32 (the mutex) when the system mutex cannot be created.
     CZRB_Register();
-    // Copies the bits and both flag bytes and shares the source's mutex.
+    /// Copies the bits and both flag bytes and shares the source's mutex.
     CZRB_Register(const CZRB_Register& other);
-    // Copies the bits and both flag bytes and shares the source's mutex; returns *this.
+    /// Copies the bits and both flag bytes and shares the source's mutex; returns *this.
     CZRB_Register& operator=(const CZRB_Register& other);
-    // The bit set's own assignments (a 64-bit value, another bit set) stay available.
+    /// The bit set's own assignments (a 64-bit value, another bit set) stay available.
     using CZRB_BitSet::operator=;
-    // Gives up this register's share of the mutex and frees the bits.
+    /// Gives up this register's share of the mutex and frees the bits.
     virtual ~CZRB_Register();
 
-    // Zeroes every bit and both flag bytes.
+    /// Zeroes every bit and both flag bytes.
     CZRB_Register& Reset();
-    // The field of `width` bits from bit `position`, clamped to the bits above the position;
-    // 0 for a position of 64 or more.
+    /// The field of `width` bits from bit `position`, clamped to the bits above the position;
+    /// 0 for a position of 64 or more.
     unsigned __int64 GetField(unsigned char position, unsigned char width) const;
-    // Writes the low bits of value from bit `position` upward, clamped to the 64 bits;
-    // a position of 64 or more changes nothing.
+    /// Writes the low bits of value from bit `position` upward, clamped to the 64 bits;
+    /// a position of 64 or more changes nothing.
     CZRB_Register& SetField(unsigned char position, unsigned char width, unsigned __int64 value);
-    // Waits without time limit until the calling thread owns the mutex; failures are ignored.
+    /// Waits without time limit until the calling thread owns the mutex; failures are ignored.
     void Lock();
-    // Releases one level of ownership of the mutex; failures are ignored.
+    /// Releases one level of ownership of the mutex; failures are ignored.
     void Unlock();
 
 protected:
-    // Copies the bits and both flag bytes and shares other's mutex.
+    /// Copies the bits and both flag bytes and shares other's mutex.
     void DataCopy(const CZRB_Register& other);
 
     CZRB_Mutex m_mutex;
-    // Two bytes for the caller's own use; no operation of the class interprets them.
+    /// Two bytes for the caller's own use; no operation of the class interprets them.
     unsigned char m_userFlag0;
     unsigned char m_userFlag1;
 };

@@ -13,8 +13,8 @@
 
 #include <type_traits>
 
-// Construction (empty, copy), destruction and the two copy assignments of a named container
-// over Base (a vector or a list).
+/// Construction (empty, copy), destruction and the two copy assignments of a named container
+/// over Base (a vector or a list).
 #define LZRB_NAMED_CONTAINER_MEMBERS(Name, Base)                                                   \
 public:                                                                                            \
     /* Empty container. */                                                                         \
@@ -34,7 +34,7 @@ public:                                                                         
         return *this;                                                                              \
     }
 
-// The members of a named vector over Base, a vector of Type.
+/// The members of a named vector over Base, a vector of Type.
 #define LZRB_NAMED_VECTOR_MEMBERS(Name, Base, Type)                                                \
     LZRB_NAMED_CONTAINER_MEMBERS(Name, Base)                                                       \
     /* n default elements (zero for numbers); throws 9 when n is 0. */                             \
@@ -49,7 +49,7 @@ public:                                                                         
     /* The base's other assignments (from a list, ...), as the base does them. */                  \
     using Base::operator=;
 
-// The members of a named list over Base, a list of Type.
+/// The members of a named list over Base, a list of Type.
 #define LZRB_NAMED_LIST_MEMBERS(Name, Base, Type)                                                  \
     LZRB_NAMED_CONTAINER_MEMBERS(Name, Base)                                                       \
     /* n items holding value, cursor on the first; n = 0 gives an empty list. */                   \
@@ -62,7 +62,7 @@ public:                                                                         
     /* The base's other assignments (from a vector, ...), as the base does them. */                \
     using Base::operator=;
 
-// Sort(ascending): the base's exchange sort with the element comparison Compare.
+/// Sort(ascending): the base's exchange sort with the element comparison Compare.
 #define LZRB_NAMED_SORT(Name, Base, Compare)                                                       \
 public:                                                                                            \
     /* Base sort with Compare: non-zero ascending puts the smallest first, zero the largest; */    \
