@@ -1,11 +1,6 @@
-// CZRB_BitSet: a bit string of any length held in 64-bit words, with bit and field access,
-// whole-set logic, shifts, concatenation, unsigned comparison, raw byte conversion and text.
-//
-// Bit i lives in word i / 64 at bit i mod 64; bit 0 is the least significant bit of the set.
-// The bits of the last word above the length are not kept at zero, by design: whole-word
-// operations (Fill(value), the filling constructor, operator~, assignment of a 64-bit value,
-// SetRawByteBuffer) write them, and whole-word readers (ToUnsigned, Compare and the relational
-// operators, hexadecimal ToString) see them. Bit-by-bit operations stay within the length.
+/// @file
+/// CZRB_BitSet: a bit string of any length held in 64-bit words, with bit and field access,
+/// whole-set logic, shifts, concatenation, unsigned comparison, raw byte conversion and text.
 #ifndef CZRB_BITSET_H
 #define CZRB_BITSET_H
 
@@ -16,6 +11,14 @@
 #include "LZRB_NamedContainer.h"
 #include "ZRB.h"
 
+/// A bit string of any length held in 64-bit words, with bit and field access, whole-set
+/// logic, shifts, concatenation, unsigned comparison, raw byte conversion and text.
+///
+/// Bit i lives in word i / 64 at bit i mod 64; bit 0 is the least significant bit of the set.
+/// The bits of the last word above the length are not kept at zero, by design: whole-word
+/// operations (Fill(value), the filling constructor, operator~, assignment of a 64-bit value,
+/// SetRawByteBuffer) write them, and whole-word readers (ToUnsigned, Compare and the relational
+/// operators, hexadecimal ToString) see them. Bit-by-bit operations stay within the length.
 class LZRB_API CZRB_BitSet : public CZRB_Object {
 public:
     /// Reference to one bit of a set, returned by operator[]. Unchecked within the set's
@@ -57,7 +60,8 @@ public:
     /// Frees the storage.
     virtual ~CZRB_BitSet();
 
-    // --- Storage ---
+    /// @name Storage
+    /// @{
 
     /// Changes the length. When the word count changes the kept words are copied and new
     /// words are zeroed; bits coming back into range inside the last word keep their old
@@ -67,8 +71,10 @@ public:
     unsigned int GetNumBits() const;
     /// 1 when the set has storage and a length above 0, else 0.
     unsigned char IsValid() const;
+    /// @}
 
-    // --- Single bits ---
+    /// @name Single bits
+    /// @{
 
     /// Bit i (0 or 1); 0 without storage, for length 0 or for i at or above the length.
     unsigned char GetBit(unsigned int i) const;
@@ -78,8 +84,10 @@ public:
     CBit operator[](const unsigned int& i);
     /// Unchecked read of bit i of a constant set; beyond the allocated words it reads 0.
     unsigned char operator[](const unsigned int& i) const;
+    /// @}
 
-    // --- Ranges and fields ---
+    /// @name Ranges and fields
+    /// @{
 
     /// Every allocated word all ones (value non-zero) or all zeros, bits above the length too.
     CZRB_BitSet& Fill(unsigned char value);
@@ -100,8 +108,10 @@ public:
     /// As SetField with a 64-bit source holding value: at most 64 bits are written.
     CZRB_BitSet& SetFieldUnsigned(unsigned int position, unsigned int width,
                                   const unsigned __int64& value);
+    /// @}
 
-    // --- Whole-set logic and reductions ---
+    /// @name Whole-set logic and reductions
+    /// @{
 
     /// Same length and word count, every word inverted (bits above the length too).
     CZRB_BitSet operator~() const;
@@ -123,8 +133,10 @@ public:
     unsigned char Or() const;
     /// Parity of the set bits below the length (0 for length 0).
     unsigned char Xor() const;
+    /// @}
 
-    // --- Shifts (left is towards higher bit numbers) ---
+    /// @name Shifts (left is towards higher bit numbers)
+    /// @{
 
     /// New set of the same length shifted left by n, zeros shifted in; all zeros when n is at
     /// or above the length. Throws CZRB_Exception 5 for a set of length 0.
@@ -136,8 +148,10 @@ public:
     CZRB_BitSet& operator<<=(const unsigned int& n);
     /// *this = *this >> n.
     CZRB_BitSet& operator>>=(const unsigned int& n);
+    /// @}
 
-    // --- Concatenation ---
+    /// @name Concatenation
+    /// @{
 
     /// New set of low.length + length bits: low in the lower bits, this set above it, so that
     /// a.Join(b) reads as a followed by b. Throws CZRB_Exception 32 (this) when either set is
@@ -147,8 +161,10 @@ public:
     /// non-zero) or below it (zero; the old content moves up). Throws CZRB_Exception 32 (this)
     /// when either set is not valid or the merged length would not fit in 32 bits.
     CZRB_BitSet& Merge(const CZRB_BitSet& other, unsigned char appendAbove);
+    /// @}
 
-    // --- Comparison (as unsigned numbers over the allocated words; lengths play no part) ---
+    /// @name Comparison (as unsigned numbers over the allocated words; lengths play no part)
+    /// @{
 
     /// -1, 0 or +1 comparing this set with other word by word from the top.
     signed char Compare(const CZRB_BitSet& other) const;
@@ -178,8 +194,10 @@ public:
     unsigned char operator>(const unsigned __int64& value) const;
     /// 1 when this set is not below a 64-bit set holding value, else 0.
     unsigned char operator>=(const unsigned __int64& value) const;
+    /// @}
 
-    // --- Raw bytes ---
+    /// @name Raw bytes
+    /// @{
 
     /// Storage byte i (bits 8i .. 8i+7) receives buffer[i] (order 0) or buffer[length-1-i]
     /// (other orders) while i / 8 is below the word count. The length is not changed; storage
@@ -192,8 +210,10 @@ public:
     /// bytes not reached are left untouched.
     void GetRawByteBuffer(unsigned char* buffer, unsigned int length,
                           ZRB::t_ByteOrdering order) const;
+    /// @}
 
-    // --- Text ---
+    /// @name Text
+    /// @{
 
     /// Base 2: one '0'/'1' per bit below the length, most significant first. Base 16: one
     /// upper-case digit per four bits (the top digit takes its bits from the word, above the
@@ -202,6 +222,7 @@ public:
     /// the least significant end; a group of 0 means no grouping. Empty without storage, for
     /// length 0, and for other bases when the length exceeds 64.
     CZRB_String ToString(unsigned int base, unsigned int group, char separator) const;
+    /// @}
 
 protected:
     /// Word count for numBits bits: 0 for 0, else (numBits - 1) / 64 + 1.

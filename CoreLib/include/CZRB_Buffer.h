@@ -1,19 +1,22 @@
-// CZRB_Buffer: the abstract binary stream of the library.
-//
-// Bytes are appended at and retrieved from a current position. The base class fixes the one
-// encoding of every primitive value (fixed width, least significant byte first whatever the
-// host, no tags, no alignment) and the access and range checks; derived streams (memory,
-// file) move the data by overriding the six operations GetAbsPosition .. RetrieveData. The
-// primitive operators are never overridden: they always reach the data through AppendData
-// and RetrieveData. Every failure throws CZRB_Exception with the stream as object, detail 0.
+/// @file
+/// CZRB_Buffer: the abstract binary stream of the library.
 #ifndef CZRB_BUFFER_H
 #define CZRB_BUFFER_H
 
 #include "CZRB_Object.h"
 
+/// The abstract binary stream of the library.
+///
+/// Bytes are appended at and retrieved from a current position. The base class fixes the one
+/// encoding of every primitive value (fixed width, least significant byte first whatever the
+/// host, no tags, no alignment) and the access and range checks; derived streams (memory,
+/// file) move the data by overriding the six operations GetAbsPosition .. RetrieveData. The
+/// primitive operators are never overridden: they always reach the data through AppendData
+/// and RetrieveData. Every failure throws CZRB_Exception with the stream as object, detail 0.
 class LZRB_API CZRB_Buffer : public CZRB_Object {
 public:
-    /// Access mode of a stream.
+    /// Access mode of a stream: ACCESS_WRITE writing only, ACCESS_READ reading only,
+    /// ACCESS_READ_WRITE both.
     enum t_Access : int { ACCESS_WRITE = 0, ACCESS_READ = 1, ACCESS_READ_WRITE = 2 };
 
     /// Size 0, end flag 1, access ACCESS_READ_WRITE; the block size is only stored here.
@@ -118,10 +121,10 @@ protected:
     /// Throws 8 (not supported): the shared body of the base positioning operations.
     [[noreturn]] void NotSupportedFunction() const;
 
-    unsigned __int64 m_size;
-    unsigned char m_isEnd;
-    unsigned int m_blockSize;
-    t_Access m_access;
+    unsigned __int64 m_size;  ///< data bytes the stream holds
+    unsigned char m_isEnd;    ///< 1 when the position is at or beyond the size
+    unsigned int m_blockSize; ///< the block size given to the constructor
+    t_Access m_access;        ///< the access mode
 };
 
 #endif

@@ -1,9 +1,6 @@
-// CZRB_Code: a structured text code built from a template of literal text and named fields,
-// with one string value per field.
-//
-// Template syntax: literal text with fields written as <name>, for example "ID<n>" or
-// "<a>-<b>". Two fields need literal text between them; names are unique (case-sensitive)
-// and not empty. Literal text after the last field and an unterminated field are dropped.
+/// @file
+/// CZRB_Code: a structured text code built from a template of literal text and named fields,
+/// with one string value per field.
 #ifndef CZRB_CODE_H
 #define CZRB_CODE_H
 
@@ -13,16 +10,25 @@
 #include "CZRB_Vector.h"
 #include "LZRB_NamedContainer.h"
 
+/// A structured text code built from a template of literal text and named fields, with one
+/// string value per field.
+///
+/// Template syntax: literal text with fields written as `<name>`, for example "ID<n>" or
+/// "<a>-<b>". Two fields need literal text between them; names are unique (case-sensitive)
+/// and not empty. Literal text after the last field and an unterminated field are dropped.
 class LZRB_API CZRB_Code : public CZRB_Object {
 public:
     /// One node of a template: a node type and a reference to its payload. The code that
     /// holds a node owns its payload; the node itself never allocates or frees it.
     class LZRB_API CFormatNode : public CZRB_Object {
     public:
-        /// Node types. Rendering ignores any type other than TYPE_FIELD and TYPE_TEXT.
+        /// @name Node types
+        /// Rendering ignores any type other than TYPE_FIELD and TYPE_TEXT.
+        /// @{
         static const unsigned int TYPE_FIELD = 0; ///< payload: heap unsigned int field index
         static const unsigned int TYPE_TEXT = 1;  ///< payload: heap CZRB_String literal text
         static const unsigned int TYPE_NONE = 2;  ///< no payload
+        /// @}
 
         /// Type TYPE_NONE, no payload.
         CFormatNode();
@@ -43,8 +49,8 @@ public:
         /// Always 0: nodes never compare unequal either (by design).
         unsigned char operator!=(const CFormatNode& other) const;
 
-        unsigned int type;
-        void* payload;
+        unsigned int type; ///< TYPE_FIELD, TYPE_TEXT or another node type
+        void* payload;     ///< the payload of that type (none for TYPE_NONE)
 
     protected:
         /// Copies both words.

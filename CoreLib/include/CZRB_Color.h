@@ -1,9 +1,7 @@
-// CZRB_Color: one RGB colour in a 32-bit word laid out as 0x00BBGGRR (red in bits 0-7, green
-// in 8-15, blue in 16-23), with integer conversion to and from hue, luminosity and saturation
-// on a 0-240 scale.
-//
-// Bits 24-31 are kept when the whole word is assigned and cleared by every operation that
-// rebuilds the word from components.
+/// @file
+/// CZRB_Color: one RGB colour in a 32-bit word laid out as 0x00BBGGRR (red in bits 0-7, green
+/// in 8-15, blue in 16-23), with integer conversion to and from hue, luminosity and saturation
+/// on a 0-240 scale.
 #ifndef CZRB_COLOR_H
 #define CZRB_COLOR_H
 
@@ -11,6 +9,12 @@
 
 class CZRB_Buffer;
 
+/// One RGB colour in a 32-bit word laid out as 0x00BBGGRR (red in bits 0-7, green in 8-15,
+/// blue in 16-23), with integer conversion to and from hue, luminosity and saturation on a
+/// 0-240 scale.
+///
+/// Bits 24-31 are kept when the whole word is assigned and cleared by every operation that
+/// rebuilds the word from components.
 class LZRB_API CZRB_Color : public CZRB_Object {
 public:
     /// Black: the word 0.

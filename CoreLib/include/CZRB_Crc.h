@@ -1,24 +1,6 @@
-// CZRB_Crc: a parametric, table-driven CRC engine of 8, 16, 32 or 64 bits with a built-in
-// catalogue of 97 standard CRCs and the MIL-STD-1760 rotate-and-XOR checksum.
-//
-// A configuration sets the five parameters of the usual parametric CRC model (polynomial in
-// normal form without its top bit, initial value in normal form, input and output reflection,
-// final XOR) and builds one 256-entry most-significant-bit-first table of the register width
-// plus a 256-byte bit-reversal table. They define every result: the byte-at-a-time table step,
-// each input byte of a reflected CRC reversed through the bit-reversal table, the output once
-// per call.
-//
-// Speed: each configuration also derives folding constants from its polynomial (about 250
-// bytes, shared by copies), and Compute runs the fastest kernel the processor offers, chosen
-// at run time: carry-less multiplication in 512-, 256- or 128-bit lanes (AVX-512, AVX2 or
-// SSE4.1 with VPCLMULQDQ/PCLMULQDQ) for every width and polynomial, else slicing-by-16 tables
-// (16 KiB, 32 KiB for 64 bits, built only on processors that need them). Results are
-// bit-identical to the byte-at-a-time step for every configuration, length, alignment and
-// continueFlag.
-//
-// Failures throw CZRB_Exception with the engine as object and detail 0: code 2 for a selector
-// outside the catalogue, code 32 for a computation the configuration cannot serve. Compute
-// only reads the engine, so one configured engine may serve several threads at once.
+/// @file
+/// CZRB_Crc: a parametric, table-driven CRC engine of 8, 16, 32 or 64 bits with a built-in
+/// catalogue of 97 standard CRCs and the MIL-STD-1760 rotate-and-XOR checksum.
 #ifndef CZRB_CRC_H
 #define CZRB_CRC_H
 
@@ -31,9 +13,31 @@ namespace ZRB_CrcKernel {
 struct t_Plan;
 }
 
+/// A parametric, table-driven CRC engine of 8, 16, 32 or 64 bits with a built-in catalogue
+/// of 97 standard CRCs and the MIL-STD-1760 rotate-and-XOR checksum.
+///
+/// A configuration sets the five parameters of the usual parametric CRC model (polynomial in
+/// normal form without its top bit, initial value in normal form, input and output reflection,
+/// final XOR) and builds one 256-entry most-significant-bit-first table of the register width
+/// plus a 256-byte bit-reversal table. They define every result: the byte-at-a-time table step,
+/// each input byte of a reflected CRC reversed through the bit-reversal table, the output once
+/// per call.
+///
+/// Speed: each configuration also derives folding constants from its polynomial (about 250
+/// bytes, shared by copies), and Compute runs the fastest kernel the processor offers, chosen
+/// at run time: carry-less multiplication in 512-, 256- or 128-bit lanes (AVX-512, AVX2 or
+/// SSE4.1 with VPCLMULQDQ/PCLMULQDQ) for every width and polynomial, else slicing-by-16 tables
+/// (16 KiB, 32 KiB for 64 bits, built only on processors that need them). Results are
+/// bit-identical to the byte-at-a-time step for every configuration, length, alignment and
+/// continueFlag.
+///
+/// Failures throw CZRB_Exception with the engine as object and detail 0: code 2 for a selector
+/// outside the catalogue, code 32 for a computation the configuration cannot serve. Compute
+/// only reads the engine, so one configured engine may serve several threads at once.
 class LZRB_API CZRB_Crc : public CZRB_Object {
 public:
-    /// Register width selector; 0 means not configured.
+    /// Register width selector (CRC_TYPE_8 to CRC_TYPE_64: 8 to 64 bits); 0 means not
+    /// configured.
     enum t_CrcType : int { CRC_TYPE_8 = 1, CRC_TYPE_16 = 2, CRC_TYPE_32 = 3, CRC_TYPE_64 = 4 };
 
     /// The catalogue, grouped by width: 0x0000.. 8-bit, 0x1000.. 16-bit, 0x3000.. 32-bit,
@@ -145,15 +149,15 @@ public:
     /// One row of the catalogue. MIL-STD-1760 has a row of its own with width 16 and every
     /// parameter and the check value 0: it is not a polynomial CRC.
     struct t_CatalogueEntry {
-        t_StdCrc standard;
-        unsigned int width;
-        unsigned __int64 polynomial;
-        unsigned __int64 seed;
-        unsigned char inputReflected;
-        unsigned char outputReflected;
-        unsigned __int64 finalXor;
-        unsigned __int64 check; ///< CRC of the nine bytes "123456789"
-        const char* name;       ///< published name of the parameter set
+        t_StdCrc standard;             ///< the selector of the row
+        unsigned int width;            ///< register width in bits
+        unsigned __int64 polynomial;   ///< normal form without its top bit
+        unsigned __int64 seed;         ///< initial register value in normal form
+        unsigned char inputReflected;  ///< 1 when each input byte is reflected
+        unsigned char outputReflected; ///< 1 when the result is reflected
+        unsigned __int64 finalXor;     ///< XORed into the result last
+        unsigned __int64 check;        ///< CRC of the nine bytes "123456789"
+        const char* name;              ///< published name of the parameter set
     };
 
     /// Not configured: type 0, table-ready 0, width 0, all parameters 0, no tables; every
@@ -233,17 +237,19 @@ public:
     /// The 64-bit check value; throws 32 without a 64-bit table.
     void ComputeCheckValue(unsigned __int64* crc) const;
 
-    // Incremental form, for data that arrives in pieces (a file read block by block):
-    //
-    //     unsigned __int64 reg = crc.Begin();
-    //     while (more) reg = crc.Update(reg, block, blockLength);
-    //     unsigned __int64 value = crc.Finish(reg); // == Compute over all the bytes at once
-    //
-    // Unlike chaining with continueFlag, this is exact for every configuration, output
-    // reflection and final XOR included. The register width is the configured one. All three
-    // throw 32 for an engine that is unconfigured or was given a type outside 1..4;
-    // MIL-STD-1760 (when no table-driven CRC is in force) is served exactly, pieces of odd
-    // length included.
+    /// @name Incremental form
+    /// For data that arrives in pieces (a file read block by block):
+    ///
+    ///     unsigned __int64 reg = crc.Begin();
+    ///     while (more) reg = crc.Update(reg, block, blockLength);
+    ///     unsigned __int64 value = crc.Finish(reg); // == Compute over all the bytes at once
+    ///
+    /// Unlike chaining with continueFlag, this is exact for every configuration, output
+    /// reflection and final XOR included. The register width is the configured one. All three
+    /// throw 32 for an engine that is unconfigured or was given a type outside 1..4;
+    /// MIL-STD-1760 (when no table-driven CRC is in force) is served exactly, pieces of odd
+    /// length included.
+    /// @{
 
     /// The start register: the seed's low width bits (0 for MIL-STD-1760).
     unsigned __int64 Begin() const;
@@ -251,6 +257,7 @@ public:
     unsigned __int64 Update(unsigned __int64 reg, const void* data, unsigned __int64 length) const;
     /// The CRC of everything passed to Update: output reflection and final XOR applied.
     unsigned __int64 Finish(unsigned __int64 reg) const;
+    /// @}
 
     /// The polynomial as configured (normal form, top bit implicit), all 64 bits as stored.
     unsigned __int64 GetPolynomial() const;
@@ -269,10 +276,13 @@ public:
 protected:
     /// Builds the table of the configured type; builds nothing for a type outside 1..4.
     void BuildCrcTable();
-    /// Each builds the 256-entry table of its width from the polynomial.
+    /// Builds the 256-entry table of 8 bits from the polynomial.
     void BuildCrc8Table();
+    /// Builds the 256-entry table of 16 bits from the polynomial.
     void BuildCrc16Table();
+    /// Builds the 256-entry table of 32 bits from the polynomial.
     void BuildCrc32Table();
+    /// Builds the 256-entry table of 64 bits from the polynomial.
     void BuildCrc64Table();
     /// Entry i is i with its eight bits in reverse order.
     void BuildByteInversionTable();
@@ -282,22 +292,28 @@ protected:
     /// of each table that `other` holds.
     void DataCopy(const CZRB_Crc& other);
 
-    /// The table path of each width: throws 32 when the table of the width is missing.
+    /// The table path of 8 bits: throws 32 when the 8-bit table is missing.
     void ComputePolynomial(const unsigned char* data, unsigned __int64 length, unsigned char* crc,
                            unsigned char continueFlag) const;
+    /// The table path of 16 bits: throws 32 when the 16-bit table is missing.
     void ComputePolynomial(const unsigned char* data, unsigned __int64 length, unsigned short* crc,
                            unsigned char continueFlag) const;
+    /// The table path of 32 bits: throws 32 when the 32-bit table is missing.
     void ComputePolynomial(const unsigned char* data, unsigned __int64 length, unsigned int* crc,
                            unsigned char continueFlag) const;
+    /// The table path of 64 bits: throws 32 when the 64-bit table is missing.
     void ComputePolynomial(const unsigned char* data, unsigned __int64 length,
                            unsigned __int64* crc, unsigned char continueFlag) const;
-    /// The table path over a byte vector, one per width.
+    /// The table path of 8 bits over a byte vector.
     void ComputePolynomial(const CZRB_Uint8Vector& data, unsigned char* crc,
                            unsigned char continueFlag) const;
+    /// The table path of 16 bits over a byte vector.
     void ComputePolynomial(const CZRB_Uint8Vector& data, unsigned short* crc,
                            unsigned char continueFlag) const;
+    /// The table path of 32 bits over a byte vector.
     void ComputePolynomial(const CZRB_Uint8Vector& data, unsigned int* crc,
                            unsigned char continueFlag) const;
+    /// The table path of 64 bits over a byte vector.
     void ComputePolynomial(const CZRB_Uint8Vector& data, unsigned __int64* crc,
                            unsigned char continueFlag) const;
     /// XOR of the words, the k-th from the end rotated left by k modulo 16; starts from 0

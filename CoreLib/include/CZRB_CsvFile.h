@@ -1,17 +1,19 @@
-// CZRB_CsvFile: delimiter-separated text files whose records all have the same number of
-// fields.
-//
-// A CZRB_File used through a restricted interface. Writing encloses a field that contains the
-// separator in double quotes and escapes nothing else; reading splits every line at each
-// separator with no quote handling at all. Kept as shipped: a quoted field that holds the
-// separator therefore comes back split, and such a file is rejected by ReadFile whenever the
-// split changes the field count.
+/// @file
+/// CZRB_CsvFile: delimiter-separated text files whose records all have the same number of
+/// fields.
 #ifndef CZRB_CSVFILE_H
 #define CZRB_CSVFILE_H
 
 #include "CZRB_File.h"
 #include "CZRB_String.h"
 
+/// Delimiter-separated text files whose records all have the same number of fields.
+///
+/// A CZRB_File used through a restricted interface. Writing encloses a field that contains the
+/// separator in double quotes and escapes nothing else; reading splits every line at each
+/// separator with no quote handling at all. Kept as shipped: a quoted field that holds the
+/// separator therefore comes back split, and such a file is rejected by ReadFile whenever the
+/// split changes the field count.
 class LZRB_API CZRB_CsvFile : protected CZRB_File {
 public:
     /// A closed file whose records have fieldCount fields, split by `separator`, each followed

@@ -1,11 +1,8 @@
-// CZRB_Date: a calendar date held as a Julian Day Number, shown in five calendars.
-//
-// JD 0 is Monday 1 January 4713 BC (Julian); Gregorian 2000-01-01 is 2451545. Years have no
-// year 0: year -1 immediately precedes year 1. No operation throws: bad input gives the null
-// date, 0 or false.
-//
-// Also declared here: the stream record operators and the named containers CZRB_DateVector and
-// CZRB_DateList, which the library instantiates.
+/// @file
+/// CZRB_Date: a calendar date held as a Julian Day Number, shown in five calendars.
+///
+/// Also declared here: the stream record operators and the named containers CZRB_DateVector and
+/// CZRB_DateList, which the library instantiates.
 #ifndef CZRB_DATE_H
 #define CZRB_DATE_H
 
@@ -25,23 +22,28 @@ LZRB_API CZRB_Buffer& operator<<(CZRB_Buffer& buffer, CZRB_Date& date);
 /// stream throws the stream's code 3 (24 when not readable) and leaves the date unchanged.
 LZRB_API CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_Date& date);
 
+/// A calendar date held as a Julian Day Number, shown in five calendars.
+///
+/// JD 0 is Monday 1 January 4713 BC (Julian); Gregorian 2000-01-01 is 2451545. Years have no
+/// year 0: year -1 immediately precedes year 1. No operation throws: bad input gives the null
+/// date, 0 or false.
 class LZRB_API CZRB_Date : public CZRB_Object {
 public:
     /// The calendars a stored day number can be read and written in. Every function rejects
     /// any other value (its result is then 0, false or the null date).
     enum t_Calendar : int {
-        CALENDAR_GREGORIAN = 0,
-        CALENDAR_JULIAN = 1,
-        CALENDAR_REVISED_JULIAN = 2,
-        CALENDAR_PERSIAN = 3, ///< arithmetic solar calendar with a 2820-year cycle
-        CALENDAR_ISLAMIC = 4  ///< tabular, 30-year cycle of 11 leap years
+        CALENDAR_GREGORIAN = 0,      ///< the Gregorian calendar
+        CALENDAR_JULIAN = 1,         ///< the Julian calendar
+        CALENDAR_REVISED_JULIAN = 2, ///< the Revised Julian calendar
+        CALENDAR_PERSIAN = 3,        ///< arithmetic solar calendar with a 2820-year cycle
+        CALENDAR_ISLAMIC = 4         ///< tabular, 30-year cycle of 11 leap years
     };
 
     /// Day, month and year of a date in one calendar.
     struct t_Date_Struct {
-        int day;
-        int month;
-        int year;
+        int day;   ///< day of the month, from 1
+        int month; ///< month of the year, from 1
+        int year;  ///< the year; there is no year 0
     };
 
     /// The null date (the smallest signed 64-bit day number).
@@ -116,7 +118,9 @@ public:
     /// Today's local wall-clock date (Gregorian); null when the clock gives no valid date.
     static CZRB_Date GetCurrentDate();
 
-    /// Comparisons by the signed day number (the null marker is the smallest).
+    /// @name Comparisons by the signed day number (the null marker is the smallest)
+    /// @{
+
     /// 1 when both hold the same day number, else 0.
     unsigned char operator==(const CZRB_Date& other) const;
     /// 1 when the day numbers differ, else 0.
@@ -131,12 +135,13 @@ public:
     unsigned char operator>=(const CZRB_Date& other) const;
     /// -1, 0 or +1 as a orders before, with or after b by day number.
     static signed char SortCompare(const CZRB_Date& a, const CZRB_Date& b);
+    /// @}
 
     /// The format copied character by character with directives of GetDateStruct's fields:
-    /// %d/%D day, %m/%M month (upper case pads to two digits), %y the year's absolute value cut
-    /// to its last two digits, %Y the year with its sign, %% a percent sign. Another directive
-    /// is copied with its "%"; a "%" at the end produces nothing. A date GetDateStruct cannot
-    /// show prints its fields as 0.
+    /// `%d`/`%D` day, `%m`/`%M` month (upper case pads to two digits), `%y` the year's absolute
+    /// value cut to its last two digits, `%Y` the year with its sign, `%%` a percent sign.
+    /// Another directive is copied with its "%"; a "%" at the end produces nothing. A date
+    /// GetDateStruct cannot show prints its fields as 0.
     CZRB_String ToString(const CZRB_String& format, t_Calendar calendar) const;
 
 protected:

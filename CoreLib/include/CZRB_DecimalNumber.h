@@ -1,9 +1,6 @@
-// CZRB_DecimalNumber: a signed fixed-point number with its own count of decimal digits, held
-// as one scaled 64-bit integer (12.34 with 2 digits is stored as 1234).
-//
-// The decimal part travels through 16-bit quantities (GetDecimal, the decimal argument of
-// Set), so digit counts above 4 overflow them; this is by design and not guarded. Nothing
-// throws: overflow of the scaled value or of the 16-bit quantities wraps silently.
+/// @file
+/// CZRB_DecimalNumber: a signed fixed-point number with its own count of decimal digits, held
+/// as one scaled 64-bit integer (12.34 with 2 digits is stored as 1234).
 #ifndef CZRB_DECIMALNUMBER_H
 #define CZRB_DECIMALNUMBER_H
 
@@ -13,13 +10,19 @@
 #include "CZRB_Vector.h"
 #include "LZRB_NamedContainer.h"
 
+/// A signed fixed-point number with its own count of decimal digits, held as one scaled
+/// 64-bit integer (12.34 with 2 digits is stored as 1234).
+///
+/// The decimal part travels through 16-bit quantities (GetDecimal, the decimal argument of
+/// Set), so digit counts above 4 overflow them; this is by design and not guarded. Nothing
+/// throws: overflow of the scaled value or of the 16-bit quantities wraps silently.
 class LZRB_API CZRB_DecimalNumber : public CZRB_Object {
 public:
     /// Decimal separator accepted by text input; DECIMAL_POINT_ANY looks for "." first.
     enum t_DecimalPointType : int {
-        DECIMAL_POINT_DOT = 0,
-        DECIMAL_POINT_COMMA = 1,
-        DECIMAL_POINT_ANY = 2
+        DECIMAL_POINT_DOT = 0,   ///< "."
+        DECIMAL_POINT_COMMA = 1, ///< ","
+        DECIMAL_POINT_ANY = 2    ///< "." or ","
     };
 
     /// Zero with 0 decimal digits (the element state of containers).

@@ -1,8 +1,5 @@
-// CZRB_Dumper: a one-line text sink for debugging output on the process's standard output.
-//
-// Every insertion is written at once with the standard output stream's own formatting, with
-// no separator; a dumper that wrote anything ends the line when it is destroyed. Meant to be
-// used as a temporary: CZRB_Dumper() << "count " << n;
+/// @file
+/// CZRB_Dumper: a one-line text sink for debugging output on the process's standard output.
 #ifndef CZRB_DUMPER_H
 #define CZRB_DUMPER_H
 
@@ -11,6 +8,11 @@
 
 class CZRB_String;
 
+/// A one-line text sink for debugging output on the process's standard output.
+///
+/// Every insertion is written at once with the standard output stream's own formatting, with
+/// no separator; a dumper that wrote anything ends the line when it is destroyed. Meant to be
+/// used as a temporary: CZRB_Dumper() << "count " << n;
 class LZRB_API CZRB_Dumper {
 public:
     /// Level 2, nothing written yet.

@@ -1,31 +1,5 @@
-// CZRB_File: owner of one runtime file stream in binary mode, with its path.
-//
-// Every operation but CopyFile reports its outcome as an unsigned result code, 0 for success:
-//   1  Open or CopyFile could not open a file, or Open was given neither read nor write
-//   2  To given an origin outside 0..2
-//   19 no stream is open (most operations); also a failed flush
-//   24 ReadTextLine into a CZRB_String: no stream, empty file, or nothing left to read
-//   30 input/output failed: short read or write, failed delete, ReadTextLine into a character
-//      buffer with no stream, an empty file or nothing left to read
-//
-// Copies share one stream. The stream is reference-counted: it is flushed and closed when the
-// last object that refers to it goes away, never twice (a stream that a second Open replaced
-// without Close is left open, see Open). Close on any copy closes the shared stream for all
-// of them; the others then report a closed file (19).
-//
-// Reading goes through a read-ahead that belongs to the shared stream, so every copy and every
-// mix of reads, writes and seeks sees the bytes, positions and lengths of reading one byte at
-// a time. Bytes another handle appends are always read. When another handle cuts the file
-// short, GetLength and IsEOF report the new length and drop what was read ahead past it; bytes
-// it rewrites within the read-ahead (at most 16 KiB past the position) are read afresh after
-// the next seek or write on any copy.
-//
-// Written bytes that the system refuses are never reported as written: every call that flushes
-// returns its failure code, and Close returns 30 once any written byte was lost since Open.
-//
-// Paths: the full path is the absolute path against the current directory, with "." and ".."
-// resolved lexically, and at most 4095 characters. Only the backslash separates the name from
-// its folder in GetNameFromPath and GetPathFromPath; a forward slash is an ordinary character.
+/// @file
+/// CZRB_File: owner of one runtime file stream in binary mode, with its path.
 #ifndef CZRB_FILE_H
 #define CZRB_FILE_H
 
@@ -35,16 +9,48 @@
 #include <memory>
 #include <string>
 
+/// Owner of one runtime file stream in binary mode, with its path.
+///
+/// Every operation but CopyFile reports its outcome as an unsigned result code, 0 for success:
+/// - 1  Open or CopyFile could not open a file, or Open was given neither read nor write
+/// - 2  To given an origin outside 0..2
+/// - 19 no stream is open (most operations); also a failed flush
+/// - 24 ReadTextLine into a CZRB_String: no stream, empty file, or nothing left to read
+/// - 30 input/output failed: short read or write, failed delete, ReadTextLine into a character
+///   buffer with no stream, an empty file or nothing left to read
+///
+/// Copies share one stream. The stream is reference-counted: it is flushed and closed when the
+/// last object that refers to it goes away, never twice (a stream that a second Open replaced
+/// without Close is left open, see Open). Close on any copy closes the shared stream for all
+/// of them; the others then report a closed file (19).
+///
+/// Reading goes through a read-ahead that belongs to the shared stream, so every copy and every
+/// mix of reads, writes and seeks sees the bytes, positions and lengths of reading one byte at
+/// a time. Bytes another handle appends are always read. When another handle cuts the file
+/// short, GetLength and IsEOF report the new length and drop what was read ahead past it; bytes
+/// it rewrites within the read-ahead (at most 16 KiB past the position) are read afresh after
+/// the next seek or write on any copy.
+///
+/// Written bytes that the system refuses are never reported as written: every call that flushes
+/// returns its failure code, and Close returns 30 once any written byte was lost since Open.
+///
+/// Paths: the full path is the absolute path against the current directory, with "." and ".."
+/// resolved lexically, and at most 4095 characters. Only the backslash separates the name from
+/// its folder in GetNameFromPath and GetPathFromPath; a forward slash is an ordinary character.
 class LZRB_API CZRB_File : public CZRB_Object {
 public:
-    /// Open flags, combined by OR.
-    static constexpr unsigned int OPEN_WRITE = 0x1;
-    static constexpr unsigned int OPEN_READ = 0x2;
+    /// @name Open flags, combined by OR
+    /// @{
+    static constexpr unsigned int OPEN_WRITE = 0x1;  ///< open for writing
+    static constexpr unsigned int OPEN_READ = 0x2;   ///< open for reading
     static constexpr unsigned int OPEN_CREATE = 0x4; ///< start from an empty file
-    /// Line-end flags of WriteTextLine; the bytes are written NUL, CR, LF in that order.
-    static constexpr unsigned int LINE_END_NUL = 0x1;
-    static constexpr unsigned int LINE_END_LF = 0x2;
-    static constexpr unsigned int LINE_END_CR = 0x4;
+    /// @}
+    /// @name Line-end flags of WriteTextLine; the bytes are written NUL, CR, LF in that order
+    /// @{
+    static constexpr unsigned int LINE_END_NUL = 0x1; ///< a zero byte
+    static constexpr unsigned int LINE_END_LF = 0x2;  ///< a line feed
+    static constexpr unsigned int LINE_END_CR = 0x4;  ///< a carriage return
+    /// @}
 
     /// Closed, flags 0, empty name.
     CZRB_File();

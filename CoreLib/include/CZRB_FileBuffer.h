@@ -1,16 +1,19 @@
-// CZRB_FileBuffer: the binary stream over an open CZRB_File, writing or reading in whole
-// blocks through a cache of block-size bytes.
-//
-// A file buffer goes one way at a time: attached for writing (ACCESS_WRITE) or for reading
-// (ACCESS_READ). The file stays owned by the caller and must outlive its attachment; the buffer
-// never opens or closes it. DeleteAll and ToEnd are not supported (code 8). Each copy has its
-// own cache and refers to the same file.
+/// @file
+/// CZRB_FileBuffer: the binary stream over an open CZRB_File, writing or reading in whole
+/// blocks through a cache of block-size bytes.
 #ifndef CZRB_FILEBUFFER_H
 #define CZRB_FILEBUFFER_H
 
 #include "CZRB_Buffer.h"
 #include "CZRB_File.h"
 
+/// The binary stream over an open CZRB_File, writing or reading in whole blocks through a
+/// cache of block-size bytes.
+///
+/// A file buffer goes one way at a time: attached for writing (ACCESS_WRITE) or for reading
+/// (ACCESS_READ). The file stays owned by the caller and must outlive its attachment; the buffer
+/// never opens or closes it. DeleteAll and ToEnd are not supported (code 8). Each copy has its
+/// own cache and refers to the same file.
 class LZRB_API CZRB_FileBuffer : public CZRB_Buffer {
 public:
     /// Detached: size 0, end flag 1, access read-and-write, empty cache of blockSize bytes,

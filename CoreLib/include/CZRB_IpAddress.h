@@ -1,10 +1,7 @@
-// CZRB_IpAddress: an IPv4 or IPv6 address as a version tag and its numeric parts, with text
-// conversion, comparison, a stream record and the named containers CZRB_IpAddressVector and
-// CZRB_IpAddressList.
-//
-// Parsing is deliberately simple: a dotted quad, or exactly eight colon-separated groups,
-// every part read as a decimal number. IPv6 text is written in hexadecimal, so printing and
-// parsing again only round-trips when every group is below 10 (kept as shipped).
+/// @file
+/// CZRB_IpAddress: an IPv4 or IPv6 address as a version tag and its numeric parts, with text
+/// conversion, comparison, a stream record and the named containers CZRB_IpAddressVector and
+/// CZRB_IpAddressList.
 #ifndef CZRB_IPADDRESS_H
 #define CZRB_IPADDRESS_H
 
@@ -29,6 +26,12 @@ LZRB_API CZRB_Buffer& operator<<(CZRB_Buffer& buffer, const CZRB_IpAddress& addr
 /// (the stream) before anything is allocated; other stream codes as the stream gives.
 LZRB_API CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_IpAddress& address);
 
+/// An IPv4 or IPv6 address as a version tag and its numeric parts, with text conversion and
+/// comparison.
+///
+/// Parsing is deliberately simple: a dotted quad, or exactly eight colon-separated groups,
+/// every part read as a decimal number. IPv6 text is written in hexadecimal, so printing and
+/// parsing again only round-trips when every group is below 10 (kept as shipped).
 class LZRB_API CZRB_IpAddress : public CZRB_Object {
 public:
     /// Version of an IPv4 address (four byte parts).

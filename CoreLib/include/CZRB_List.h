@@ -1,16 +1,5 @@
-// CZRB_List<T>: the library's doubly linked list with one cursor.
-//
-// Besides head and tail the list keeps a cursor, the current item, which almost every
-// operation reads or moves: reading walks the cursor, insertion happens before the cursor,
-// deletion removes the cursor's item. Failures throw CZRB_Exception with code 5 (no item) or
-// 9 (zero size). Even read-only use moves the cursor, so a list belongs to one thread.
-//
-// Each item lives in its own node. Some insertions keep their shipped link updates, which
-// leave a previous link (InsertItems) or the tail member (InsertList) pointing elsewhere
-// than a fresh list would. Those links are followed as they are, but the list also keeps
-// every node in an ownership chain of its own: nodes are freed exactly once whatever the
-// links say, walks are bounded by the item count, and a node being freed is first removed
-// from every link that still names it.
+/// @file
+/// CZRB_List<T>: the library's doubly linked list with one cursor.
 #ifndef CZRB_LIST_H
 #define CZRB_LIST_H
 
@@ -18,10 +7,24 @@
 
 #include <type_traits>
 
+/// The library's doubly linked list with one cursor.
+///
+/// Besides head and tail the list keeps a cursor, the current item, which almost every
+/// operation reads or moves: reading walks the cursor, insertion happens before the cursor,
+/// deletion removes the cursor's item. Failures throw CZRB_Exception with code 5 (no item) or
+/// 9 (zero size). Even read-only use moves the cursor, so a list belongs to one thread.
+///
+/// Each item lives in its own node. Some insertions keep their shipped link updates, which
+/// leave a previous link (InsertItems) or the tail member (InsertList) pointing elsewhere
+/// than a fresh list would. Those links are followed as they are, but the list also keeps
+/// every node in an ownership chain of its own: nodes are freed exactly once whatever the
+/// links say, walks are bounded by the item count, and a node being freed is first removed
+/// from every link that still names it.
 template <class T>
 class CZRB_List : public CZRB_Object {
 public:
-    // --- Construction, size, equality ---
+    /// @name Construction, size, equality
+    /// @{
 
     /// Empty list, no cursor.
     CZRB_List();
@@ -52,8 +55,10 @@ public:
     unsigned char operator==(const CZRB_List& other) const;
     /// The negation of operator==.
     unsigned char operator!=(const CZRB_List& other) const;
+    /// @}
 
-    // --- Cursor ---
+    /// @name Cursor
+    /// @{
 
     /// The cursor's item; no cursor throws 5.
     T& CurItem();
@@ -85,8 +90,10 @@ public:
     unsigned int ItemsFromStart() const;
     /// The number of items after the cursor (0 without cursor).
     unsigned int ItemsToEnd() const;
+    /// @}
 
-    // --- Adding items ---
+    /// @name Adding items
+    /// @{
 
     /// New value-initialised item after the tail; the cursor moves to it; returns its address.
     T* AppendItem();
@@ -135,8 +142,10 @@ public:
     /// dst becomes copies of up to n items from the cursor onward, dst's cursor on its last
     /// item; this cursor does not move. No cursor throws 5 (object = this).
     void Extract(CZRB_List& dst, unsigned int n);
+    /// @}
 
-    // --- Copying items without changing the length ---
+    /// @name Copying items without changing the length
+    /// @{
 
     /// Overwrites n items from the cursor onward with src's items from its cursor onward;
     /// either list running out throws 5 (object = this) after the items already written.
@@ -149,8 +158,10 @@ public:
     /// Copies up to n items from the cursor onward to dst[at ...], stopping at the tail. No
     /// cursor throws 5.
     void CopyItemsTo(T* dst, unsigned int at, unsigned int n);
+    /// @}
 
-    // --- Removing items ---
+    /// @name Removing items
+    /// @{
 
     /// Deletes the cursor's item: the cursor moves to the following item, or to the previous
     /// one when the tail was deleted; deleting the head makes the next node head and cursor.
@@ -167,8 +178,10 @@ public:
     CZRB_List& Truncate(unsigned char before);
     /// Frees every node; no cursor afterwards.
     CZRB_List& DeleteAll();
+    /// @}
 
-    // --- Searching, ordering ---
+    /// @name Searching, ordering
+    /// @{
 
     /// From the cursor (inclusive) towards the tail, the first item equal to value becomes
     /// the cursor: 1; otherwise 0 and the cursor stays (also without cursor).
@@ -182,15 +195,16 @@ public:
     /// or negative with ascending non-zero, exchanges them; stops after a pass without
     /// exchange. Stable; the cursor keeps designating the same node.
     void Sort(signed char (*compare)(const T&, const T&), unsigned char ascending);
+    /// @}
 
 protected:
+    /// One item with its links.
     struct CNode {
-        CNode* prev;
-        CNode* next;
-        T item;
-        /// Ownership chain: every node of the list, independent of prev/next.
-        CNode* ownerPrev;
-        CNode* ownerNext;
+        CNode* prev;      ///< the previous node by the list's links
+        CNode* next;      ///< the next node by the list's links
+        T item;           ///< the item
+        CNode* ownerPrev; ///< previous in the ownership chain (every node, regardless of prev/next)
+        CNode* ownerNext; ///< next node of the ownership chain
     };
 
     /// Copy of src reusing the existing nodes, cursor on the head. Kept as shipped: nothing
@@ -225,10 +239,10 @@ protected:
     /// Appends to dst copies of up to n items from the cursor onward.
     void CollectFunction(CZRB_List& dst, unsigned int n) const;
 
-    CNode* m_pHead;
-    CNode* m_pTail;
-    CNode* m_pCur;
-    unsigned int m_nLength;
+    CNode* m_pHead;         ///< the first node, null when empty
+    CNode* m_pTail;         ///< the last node, null when empty
+    CNode* m_pCur;          ///< the cursor, null when there is none
+    unsigned int m_nLength; ///< the number of items
 
 private:
     /// ForwardFunction or BackwardFunction: the direction of a walk.

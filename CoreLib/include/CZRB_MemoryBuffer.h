@@ -1,11 +1,6 @@
-// CZRB_MemoryBuffer: the stream of CZRB_Buffer kept in memory as a chain of fixed-size
-// blocks, so that appending never moves bytes already written.
-//
-// Every block is a byte vector of exactly the block size. The position is
-// block index * block size + block offset. The stream is meant to be written sequentially from
-// the start (or after DeleteAll) and read after ToStart. Failures throw CZRB_Exception with
-// detail 0: 23, 24 and 3 with the stream as object, 9 (block size 0) with the new block, 5 (no
-// first, last or next block) with the block list.
+/// @file
+/// CZRB_MemoryBuffer: the stream of CZRB_Buffer kept in memory as a chain of fixed-size
+/// blocks, so that appending never moves bytes already written.
 #ifndef CZRB_MEMORYBUFFER_H
 #define CZRB_MEMORYBUFFER_H
 
@@ -13,6 +8,14 @@
 #include "CZRB_List.h"
 #include "CZRB_Uint8Vector.h"
 
+/// The stream of CZRB_Buffer kept in memory as a chain of fixed-size blocks, so that
+/// appending never moves bytes already written.
+///
+/// Every block is a byte vector of exactly the block size. The position is
+/// block index * block size + block offset. The stream is meant to be written sequentially from
+/// the start (or after DeleteAll) and read after ToStart. Failures throw CZRB_Exception with
+/// detail 0: 23, 24 and 3 with the stream as object, 9 (block size 0) with the new block, 5 (no
+/// first, last or next block) with the block list.
 class LZRB_API CZRB_MemoryBuffer : public CZRB_Buffer {
 public:
     /// The chain of blocks; its cursor marks the current block.

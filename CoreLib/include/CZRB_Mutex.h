@@ -1,8 +1,5 @@
-// CZRB_Mutex: an unnamed recursive mutex that reports success as 0 and failure as 1.
-//
-// Copies share the same mutex: it is reference-counted and released when the last copy
-// is destroyed. When a thread ends while holding the mutex, the next Lock returns 1 and its
-// caller owns the mutex all the same.
+/// @file
+/// CZRB_Mutex: an unnamed recursive mutex that reports success as 0 and failure as 1.
 #ifndef CZRB_MUTEX_H
 #define CZRB_MUTEX_H
 
@@ -11,6 +8,11 @@
 
 #include <memory>
 
+/// An unnamed recursive mutex that reports success as 0 and failure as 1.
+///
+/// Copies share the same mutex: it is reference-counted and released when the last copy
+/// is destroyed. When a thread ends while holding the mutex, the next Lock returns 1 and its
+/// caller owns the mutex all the same.
 class LZRB_API CZRB_Mutex {
 public:
     /// Creates an unowned recursive mutex. Throws CZRB_Exception 32 (the mutex as object) when

@@ -1,10 +1,12 @@
-// CZRB_Object: the common polymorphic base of the library's classes.
+/// @file
+/// CZRB_Object: the common polymorphic base of the library's classes.
 #ifndef CZRB_OBJECT_H
 #define CZRB_OBJECT_H
 
 #include "LZRB_Export.h"
 #include "ZRB.h"
 
+/// The common polymorphic base of the library's classes.
 class LZRB_API CZRB_Object {
 public:
     /// Constructs an empty base; holds no data.

@@ -1,14 +1,16 @@
-// CZRB_OrderedList<T>: a CZRB_List of an arithmetic type with its natural ordering.
-//
-// Adds the comparison of the element type (shared with CZRB_OrderedVector), a one-argument
-// Sort and the smallest and largest item; it adds no data. The named arithmetic lists
-// (CZRB_Int32List, ...) derive from it.
+/// @file
+/// CZRB_OrderedList<T>: a CZRB_List of an arithmetic type with its natural ordering.
 #ifndef CZRB_ORDEREDLIST_H
 #define CZRB_ORDEREDLIST_H
 
 #include "CZRB_List.h"
 #include "CZRB_OrderedVector.h"
 
+/// A CZRB_List of an arithmetic type with its natural ordering.
+///
+/// Adds the comparison of the element type (shared with CZRB_OrderedVector), a one-argument
+/// Sort and the smallest and largest item; it adds no data. The named arithmetic lists
+/// (CZRB_Int32List, ...) derive from it.
 template <class T>
 class CZRB_OrderedList : public CZRB_List<T> {
 public:

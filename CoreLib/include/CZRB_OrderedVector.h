@@ -1,7 +1,5 @@
-// CZRB_OrderedVector<T>: a CZRB_Vector of an arithmetic type with its natural ordering.
-//
-// Adds the comparison of the element type, a one-argument Sort and the smallest and largest
-// item; it adds no data. The named arithmetic vectors (CZRB_Int32Vector, ...) derive from it.
+/// @file
+/// CZRB_OrderedVector<T>: a CZRB_Vector of an arithmetic type with its natural ordering.
 #ifndef CZRB_ORDEREDVECTOR_H
 #define CZRB_ORDEREDVECTOR_H
 
@@ -10,6 +8,10 @@
 template <class T>
 class CZRB_OrderedList;
 
+/// A CZRB_Vector of an arithmetic type with its natural ordering.
+///
+/// Adds the comparison of the element type, a one-argument Sort and the smallest and largest
+/// item; it adds no data. The named arithmetic vectors (CZRB_Int32Vector, ...) derive from it.
 template <class T>
 class CZRB_OrderedVector : public CZRB_Vector<T> {
 public:

@@ -1,8 +1,6 @@
-// CZRB_Point<T>: a position (x, y) in the plane, with the named classes CZRB_Int32Point and
-// CZRB_DoublePoint and their vectors and lists.
-//
-// Integer arithmetic of the geometry templates wraps in two's complement (computed through
-// the unsigned type), so no coordinate sum or difference can overflow.
+/// @file
+/// CZRB_Point<T>: a position (x, y) in the plane, with the named classes CZRB_Int32Point and
+/// CZRB_DoublePoint and their vectors and lists.
 #ifndef CZRB_POINT_H
 #define CZRB_POINT_H
 
@@ -14,6 +12,8 @@
 #include <type_traits>
 
 namespace ZRB {
+/// Integer arithmetic of the geometry templates wraps in two's complement (computed through
+/// the unsigned type), so no coordinate sum or difference can overflow.
 namespace GeometryArith {
 
 /// a + b; signed integers wrap in two's complement instead of overflowing.
@@ -69,22 +69,23 @@ inline const T& Max(const T& a, const T& b) {
 /// library source defines.
 #define LZRB_NAMED_GEOMETRY_MEMBERS(Name, Template, Type)                                          \
 public:                                                                                            \
-    /* The template's value constructors (coordinates, extent, edges or corners). */               \
+    /*! The template's value constructors (coordinates, extent, edges or corners). */              \
     using Template<Type>::Template;                                                                \
-    /* Every value 0. */                                                                           \
+    /*! Every value 0. */                                                                          \
     Name() {}                                                                                      \
-    /* Copies every value. */                                                                      \
+    /*! Copies every value. */                                                                     \
     Name(const Name& other) : Template<Type>(other) {}                                             \
-    /* Copies every value of an object of the template type. */                                    \
+    /*! Copies every value of an object of the template type. */                                   \
     Name(const Template<Type>& other) : Template<Type>(other) {}                                   \
-    /* Copies every value and returns this object. */                                              \
+    /*! Copies every value and returns this object. */                                             \
     Name& operator=(const Name& other) {                                                           \
         DataCopy(other);                                                                           \
         return *this;                                                                              \
     }                                                                                              \
-    /* Nothing to free. */                                                                         \
+    /*! Nothing to free. */                                                                        \
     ~Name() override;
 
+/// A position (x, y) in the plane.
 template <class T>
 class CZRB_Point : public CZRB_Object {
 public:
@@ -159,17 +160,19 @@ protected:
         m_y = other.m_y;
     }
 
-    T m_x;
-    T m_y;
+    T m_x; ///< the x coordinate
+    T m_y; ///< the y coordinate
 };
 
 extern template class LZRB_API CZRB_Point<int>;
 extern template class LZRB_API CZRB_Point<double>;
 
+/// The named point class of int coordinates.
 class LZRB_API CZRB_Int32Point : public CZRB_Point<int> {
     LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_Int32Point, CZRB_Point, int)
 };
 
+/// The named point class of double coordinates.
 class LZRB_API CZRB_DoublePoint : public CZRB_Point<double> {
     LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_DoublePoint, CZRB_Point, double)
 };

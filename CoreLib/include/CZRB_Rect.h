@@ -1,14 +1,16 @@
-// CZRB_Rect<T>: an axis-aligned rectangle given by its four edges, with the named classes
-// CZRB_Int32Rect and CZRB_DoubleRect and their vectors and lists.
-//
-// Edges, not pixels: the width is right - left with no +1, and a rectangle may be empty or
-// inverted; nothing normalises it. The y axis grows downwards by naming only.
+/// @file
+/// CZRB_Rect<T>: an axis-aligned rectangle given by its four edges, with the named classes
+/// CZRB_Int32Rect and CZRB_DoubleRect and their vectors and lists.
 #ifndef CZRB_RECT_H
 #define CZRB_RECT_H
 
 #include "CZRB_Point.h"
 #include "CZRB_Size.h"
 
+/// An axis-aligned rectangle given by its four edges.
+///
+/// Edges, not pixels: the width is right - left with no +1, and a rectangle may be empty or
+/// inverted; nothing normalises it. The y axis grows downwards by naming only.
 template <class T>
 class CZRB_Rect : public CZRB_Object {
 public:
@@ -238,10 +240,10 @@ protected:
         m_bottom = other.m_bottom;
     }
 
-    T m_left;
-    T m_top;
-    T m_right;
-    T m_bottom;
+    T m_left;   ///< the left edge
+    T m_top;    ///< the top edge
+    T m_right;  ///< the right edge
+    T m_bottom; ///< the bottom edge
 
 private:
     CZRB_Rect Union(const CZRB_Rect& other) const {
@@ -272,10 +274,12 @@ private:
 extern template class LZRB_API CZRB_Rect<int>;
 extern template class LZRB_API CZRB_Rect<double>;
 
+/// The named rectangle class of int edges.
 class LZRB_API CZRB_Int32Rect : public CZRB_Rect<int> {
     LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_Int32Rect, CZRB_Rect, int)
 };
 
+/// The named rectangle class of double edges.
 class LZRB_API CZRB_DoubleRect : public CZRB_Rect<double> {
     LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_DoubleRect, CZRB_Rect, double)
 };

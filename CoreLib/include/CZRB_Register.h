@@ -1,13 +1,15 @@
-// CZRB_Register: a 64-bit register of bit fields that callers on several threads can share.
-//
-// The field operations do not lock: a caller that shares a register brackets its reads and
-// writes with Lock and Unlock. Copies share one recursive mutex, released with the last copy.
+/// @file
+/// CZRB_Register: a 64-bit register of bit fields that callers on several threads can share.
 #ifndef CZRB_REGISTER_H
 #define CZRB_REGISTER_H
 
 #include "CZRB_BitSet.h"
 #include "CZRB_Mutex.h"
 
+/// A 64-bit register of bit fields that callers on several threads can share.
+///
+/// The field operations do not lock: a caller that shares a register brackets its reads and
+/// writes with Lock and Unlock. Copies share one recursive mutex, released with the last copy.
 class LZRB_API CZRB_Register : public CZRB_BitSet {
 public:
     /// 64 zero bits in one word, a new unowned mutex, both flag bytes 0. Throws
@@ -39,10 +41,9 @@ protected:
     /// Copies the bits and both flag bytes and shares other's mutex.
     void DataCopy(const CZRB_Register& other);
 
-    CZRB_Mutex m_mutex;
-    /// Two bytes for the caller's own use; no operation of the class interprets them.
-    unsigned char m_userFlag0;
-    unsigned char m_userFlag1;
+    CZRB_Mutex m_mutex;        ///< shared with every copy; locked by Lock, released by Unlock
+    unsigned char m_userFlag0; ///< the caller's own byte; no operation of the class interprets it
+    unsigned char m_userFlag1; ///< the caller's own byte; no operation of the class interprets it
 };
 
 #endif

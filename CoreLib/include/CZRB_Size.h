@@ -1,11 +1,13 @@
-// CZRB_Size<T>: an extent (width, height), with the named classes CZRB_Int32Size and
-// CZRB_DoubleSize and the vector and list of CZRB_Int32Size (there is none of
-// CZRB_DoubleSize).
+/// @file
+/// CZRB_Size<T>: an extent (width, height), with the named classes CZRB_Int32Size and
+/// CZRB_DoubleSize and the vector and list of CZRB_Int32Size (there is none of
+/// CZRB_DoubleSize).
 #ifndef CZRB_SIZE_H
 #define CZRB_SIZE_H
 
 #include "CZRB_Point.h"
 
+/// An extent (width, height).
 template <class T>
 class CZRB_Size : public CZRB_Object {
 public:
@@ -80,17 +82,19 @@ protected:
         m_height = other.m_height;
     }
 
-    T m_width;
-    T m_height;
+    T m_width;  ///< the width
+    T m_height; ///< the height
 };
 
 extern template class LZRB_API CZRB_Size<int>;
 extern template class LZRB_API CZRB_Size<double>;
 
+/// The named size class of int extents.
 class LZRB_API CZRB_Int32Size : public CZRB_Size<int> {
     LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_Int32Size, CZRB_Size, int)
 };
 
+/// The named size class of double extents.
 class LZRB_API CZRB_DoubleSize : public CZRB_Size<double> {
     LZRB_NAMED_GEOMETRY_MEMBERS(CZRB_DoubleSize, CZRB_Size, double)
 };

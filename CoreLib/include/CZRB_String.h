@@ -1,13 +1,5 @@
-// CZRB_String: the library's byte string.
-//
-// A heap buffer with a zero byte always kept behind the last character. Operations that set
-// the text (construction, assignment, SetLength, Build, Format, the substring and trimming
-// forms) size the buffer exactly; appending and inserting grow it geometrically and then
-// use its spare room, so n appends cost O(n) in total. The spare room never exceeds the
-// text. A character is one byte, case mapping is ASCII only. Length-counted operations keep
-// embedded zero bytes; comparisons, CS_GetLength and construction from a zero-terminated string
-// stop at the first zero byte. Positions and counts out of range are clipped or make the operation
-// a no-op; no operation throws CZRB_Exception (only the allocator's own failure propagates).
+/// @file
+/// CZRB_String: the library's byte string.
 #ifndef CZRB_STRING_H
 #define CZRB_STRING_H
 
@@ -20,12 +12,23 @@
 class CZRB_StringVector;
 class CZRB_StringList;
 
+/// The library's byte string.
+///
+/// A heap buffer with a zero byte always kept behind the last character. Operations that set
+/// the text (construction, assignment, SetLength, Build, Format, the substring and trimming
+/// forms) size the buffer exactly; appending and inserting grow it geometrically and then
+/// use its spare room, so n appends cost O(n) in total. The spare room never exceeds the
+/// text. A character is one byte, case mapping is ASCII only. Length-counted operations keep
+/// embedded zero bytes; comparisons, CS_GetLength and construction from a zero-terminated string
+/// stop at the first zero byte. Positions and counts out of range are clipped or make the operation
+/// a no-op; no operation throws CZRB_Exception (only the allocator's own failure propagates).
 class LZRB_API CZRB_String : public CZRB_Object {
 public:
     /// Alignment of SetFormatted.
     enum t_Align : int { ALIGN_LEFT = 0, ALIGN_RIGHT = 1, ALIGN_CENTER = 2 };
 
-    // --- Construction and assignment ---
+    /// @name Construction and assignment
+    /// @{
 
     /// Empty string (owns a one-byte buffer holding zero).
     CZRB_String();
@@ -55,8 +58,10 @@ public:
     CZRB_String& SetLength(unsigned int length, char fill);
     /// Copies the length bytes and a terminator to dst; the caller provides the room.
     void ToStringC(char* dst) const;
+    /// @}
 
-    // --- Zero-terminated helpers ---
+    /// @name Zero-terminated helpers
+    /// @{
 
     /// Bytes before the first zero; 0 for a null pointer.
     static unsigned int CS_GetLength(const char* text);
@@ -64,8 +69,10 @@ public:
     static char* CS_Copy(char* dst, const char* src);
     /// -1, 0 or 1 by the ordering rule of CompareMatchingCase.
     static signed char CS_Compare(const char* a, const char* b);
+    /// @}
 
-    // --- Characters ---
+    /// @name Characters
+    /// @{
 
     /// Number of characters, not counting the terminator.
     unsigned int GetLength() const;
@@ -75,8 +82,10 @@ public:
     char GetChar(unsigned int index) const;
     /// Stores c at index; does nothing when index is not below the length.
     CZRB_String& SetChar(unsigned int index, char c);
+    /// @}
 
-    // --- Concatenation ---
+    /// @name Concatenation
+    /// @{
 
     /// New string: this followed by other.
     CZRB_String operator+(const CZRB_String& other) const;
@@ -98,8 +107,10 @@ public:
         AppendFunction(&c, 1);
         return *this;
     }
+    /// @}
 
-    // --- Substrings (plain forms return a new string, Resize forms change this one) ---
+    /// @name Substrings (plain forms return a new string, Resize forms change this one)
+    /// @{
 
     /// The first min(count, length) characters.
     CZRB_String Left(unsigned int count) const;
@@ -118,8 +129,10 @@ public:
     CZRB_String& ResizeRightFromPos(unsigned int pos);
     /// Keeps count characters from pos, clipped; empty when pos is out of range or count is 0.
     CZRB_String& ResizeMid(unsigned int pos, unsigned int count);
+    /// @}
 
-    // --- Editing ---
+    /// @name Editing
+    /// @{
 
     /// Places c before index pos (pos = length appends); nothing when pos is past the length.
     CZRB_String& Insert(char c, unsigned int pos);
@@ -148,8 +161,10 @@ public:
     CZRB_String& Trim(char c, unsigned int sides = 3);
     /// 0 maps 'A'..'Z' to lower case, 1 maps 'a'..'z' to upper case, other modes do nothing.
     CZRB_String& SetCase(unsigned int mode);
+    /// @}
 
-    // --- Searching (the index is stored through pos only on success; pos may be null) ---
+    /// @name Searching (the index is stored through pos only on success; pos may be null)
+    /// @{
 
     /// First c at or after start; false for an empty string or start not below the length.
     unsigned char FindFromBegin(char c, unsigned int* pos, unsigned int start = 0) const;
@@ -166,8 +181,10 @@ public:
     /// Kept as shipped: an empty s is not rejected and matches at the clamped start.
     unsigned char FindFromEnd(const CZRB_String& s, unsigned int* pos, unsigned char matchCase,
                               unsigned int start = 0xFFFFFFFFU) const;
+    /// @}
 
-    // --- Comparison (zero-terminated, over signed bytes: 0x80..0xFF sort before ASCII) ---
+    /// @name Comparison (zero-terminated, over signed bytes: 0x80..0xFF sort before ASCII)
+    /// @{
 
     /// -1, 0 or 1: the first differing byte decides; a string that ends first is less.
     signed char CompareMatchingCase(const CZRB_String& other) const;
@@ -191,8 +208,10 @@ public:
     unsigned char operator>(const CZRB_String& other) const;
     /// 1 when this is greater or equal to other by CompareMatchingCase (case-sensitive), else 0.
     unsigned char operator>=(const CZRB_String& other) const;
+    /// @}
 
-    // --- Numbers to text ---
+    /// @name Numbers to text
+    /// @{
 
     /// Decimal text of value ("%lld").
     static CZRB_String FromNumber(long long value);
@@ -211,8 +230,10 @@ public:
                                char separator);
     /// This string becomes FromNumber(value, conversion, precision).
     CZRB_String& SetFromNumber(double value, char conversion, int precision);
+    /// @}
 
-    // --- Formatting ---
+    /// @name Formatting
+    /// @{
 
     /// printf-style. The text is measured first, the buffer sized by the NewBuffer rule, then
     /// filled. A format error (or a null format) leaves the string unchanged.
@@ -223,8 +244,10 @@ public:
     /// right for left and centred alignment and on the left for right alignment. Any other
     /// align value leaves width fill characters.
     CZRB_String& SetFormatted(unsigned int width, t_Align align, char fill);
+    /// @}
 
-    // --- Text to numbers ---
+    /// @name Text to numbers
+    /// @{
 
     /// Base-10 signed conversion (leading blanks and a sign accepted; 0 when nothing converts).
     long long ToSigned() const;
@@ -237,8 +260,10 @@ public:
     /// a stop character, so binary text converts as decimal; offsets found on the blank-trimmed
     /// copy are applied to the untrimmed text, so pass text without blanks beside the marker.
     unsigned long long ToUnsignedAutoRadix(unsigned int notation) const;
+    /// @}
 
-    // --- Splitting ---
+    /// @name Splitting
+    /// @{
 
     /// Fields between separators into out (replacing its contents): adjacent or leading
     /// separators give empty fields, a trailing separator gives no empty last field. An empty
@@ -249,6 +274,7 @@ public:
     /// The text strictly between the first open and the next close after it: 0 and out set,
     /// or 11 with out unchanged when the string is empty or either mark is missing.
     unsigned int ExtractEncapsulatedString(char open, char close, CZRB_String& out) const;
+    /// @}
 
 protected:
     /// Equal non-zero length: keeps the buffer and its contents. Otherwise frees it and

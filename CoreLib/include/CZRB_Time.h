@@ -1,9 +1,8 @@
-// CZRB_Time: a time of day in milliseconds since midnight, without date or time zone.
-//
-// A valid time holds 0 .. 86399999; the null time holds -1. No operation throws.
-//
-// Also declared here: the stream record operators and the named containers CZRB_TimeVector and
-// CZRB_TimeList, which the library instantiates.
+/// @file
+/// CZRB_Time: a time of day in milliseconds since midnight, without date or time zone.
+///
+/// Also declared here: the stream record operators and the named containers CZRB_TimeVector and
+/// CZRB_TimeList, which the library instantiates.
 #ifndef CZRB_TIME_H
 #define CZRB_TIME_H
 
@@ -23,14 +22,17 @@ LZRB_API CZRB_Buffer& operator<<(CZRB_Buffer& buffer, CZRB_Time& time);
 /// stream throws the stream's code 3 (24 when not readable) and leaves the time unchanged.
 LZRB_API CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_Time& time);
 
+/// A time of day in milliseconds since midnight, without date or time zone.
+///
+/// A valid time holds 0 .. 86399999; the null time holds -1. No operation throws.
 class LZRB_API CZRB_Time : public CZRB_Object {
 public:
     /// The parts of a time of day.
     struct t_Date_Struct {
-        unsigned char hour;
-        unsigned char minute;
-        unsigned char second;
-        unsigned short millisecond;
+        unsigned char hour;         ///< 0..23
+        unsigned char minute;       ///< 0..59
+        unsigned char second;       ///< 0..59
+        unsigned short millisecond; ///< 0..999
     };
 
     /// The null time (-1).
@@ -85,7 +87,9 @@ public:
     /// reports a leap second).
     static CZRB_Time GetCurrentTime();
 
-    /// Comparisons by the signed count (null, being -1, is the smallest).
+    /// @name Comparisons by the signed count (null, being -1, is the smallest)
+    /// @{
+
     /// 1 when both hold the same count, else 0.
     unsigned char operator==(const CZRB_Time& other) const;
     /// 1 when the counts differ, else 0.
@@ -100,11 +104,13 @@ public:
     unsigned char operator>=(const CZRB_Time& other) const;
     /// -1, 0 or +1 as a orders before, with or after b by count.
     static signed char SortCompare(const CZRB_Time& a, const CZRB_Time& b);
+    /// @}
 
     /// The format copied character by character with directives of GetTimeStruct's parts:
-    /// %h/%H hour, %t/%T minute, %s/%S second (upper case pads to two digits), %x/%X
-    /// millisecond (upper case pads to three), %% a percent sign. Another directive is copied
-    /// with its "%"; a "%" at the end produces nothing. A null time prints its parts as 0.
+    /// `%h`/`%H` hour, `%t`/`%T` minute, `%s`/`%S` second (upper case pads to two digits),
+    /// `%x`/`%X` millisecond (upper case pads to three), `%%` a percent sign. Another directive
+    /// is copied with its "%"; a "%" at the end produces nothing. A null time prints its parts
+    /// as 0.
     CZRB_String ToString(const CZRB_String& format) const;
 
 protected:

@@ -1,19 +1,5 @@
-// CZRB_Vector<T>: the library's array container.
-//
-// One contiguous block of elements; positions are 0-based. Failures throw CZRB_Exception
-// with code 2 (range), 5 (no item) or 9 (zero size).
-//
-// Storage: the operations that set a size (Create, Recreate, assignment, Extract) allocate
-// exactly that many elements. The step-by-step paths (AppendItem, AppendVector, AppendList,
-// InsertItems and the grow flag of CopyItemsFrom and Fill) grow the block geometrically and
-// then use its spare room, so n appends cost O(n) in total; DeleteItems with shrink keeps the
-// block while the spare room stays below the elements. Spare room is raw memory: it never
-// holds an element. New elements are zero for arithmetic types and default-constructed
-// otherwise, then set by assignment, so any other element type needs a default constructor,
-// a copy constructor, assignment and operator==.
-//
-// The library provides the instantiations for its ten arithmetic types (declared below as
-// extern templates); value classes declare theirs next to their own class.
+/// @file
+/// CZRB_Vector<T>: the library's array container.
 #ifndef CZRB_VECTOR_H
 #define CZRB_VECTOR_H
 
@@ -29,10 +15,27 @@
 template <class T>
 class CZRB_List;
 
+/// The library's array container.
+///
+/// One contiguous block of elements; positions are 0-based. Failures throw CZRB_Exception
+/// with code 2 (range), 5 (no item) or 9 (zero size).
+///
+/// Storage: the operations that set a size (Create, Recreate, assignment, Extract) allocate
+/// exactly that many elements. The step-by-step paths (AppendItem, AppendVector, AppendList,
+/// InsertItems and the grow flag of CopyItemsFrom and Fill) grow the block geometrically and
+/// then use its spare room, so n appends cost O(n) in total; DeleteItems with shrink keeps the
+/// block while the spare room stays below the elements. Spare room is raw memory: it never
+/// holds an element. New elements are zero for arithmetic types and default-constructed
+/// otherwise, then set by assignment, so any other element type needs a default constructor,
+/// a copy constructor, assignment and operator==.
+///
+/// The library provides the instantiations for its ten arithmetic types (declared below as
+/// extern templates); value classes declare theirs next to their own class.
 template <class T>
 class CZRB_Vector : public CZRB_Object {
 public:
-    // --- Construction and storage ---
+    /// @name Construction and storage
+    /// @{
 
     /// Empty vector: no block, size 0.
     CZRB_Vector() : m_pItems(nullptr), m_nLength(0), m_nCapacity(0) {}
@@ -79,8 +82,10 @@ public:
     unsigned int operator!() const { return m_nLength; }
     /// Element i; i not below the size throws 5 (object = this). No other accessor checks.
     T& operator[](unsigned int i) const;
+    /// @}
 
-    // --- Assignment and copying ---
+    /// @name Assignment and copying
+    /// @{
 
     /// Copy of src (nothing happens on self-assignment).
     CZRB_Vector& operator=(const CZRB_Vector& src);
@@ -107,8 +112,10 @@ public:
     /// n elements with result[n-1-k] = this[from+k] while from + k is below the size: the
     /// available items reversed at the end of the result. n = 0 gives an empty vector.
     CZRB_Vector ExtractInvertVector(unsigned int from, unsigned int n);
+    /// @}
 
-    // --- Growth and insertion ---
+    /// @name Growth and insertion
+    /// @{
 
     /// Appends item (item may be one of the vector's own elements).
     void AppendItem(const T& item) {
@@ -157,8 +164,10 @@ public:
     /// UpShift(at, n) (at not below the size throws 2); with shrink non-zero the size becomes
     /// at + max(0, size - at - n), otherwise the tail keeps duplicated old values.
     CZRB_Vector& DeleteItems(unsigned int at, unsigned int n, unsigned char shrink);
+    /// @}
 
-    // --- Filling, searching, reordering, comparing ---
+    /// @name Filling, searching, reordering, comparing
+    /// @{
 
     /// Sets every element to value.
     CZRB_Vector& Fill(const T& value);
@@ -189,6 +198,7 @@ public:
     unsigned char operator==(const CZRB_Vector& other) const;
     /// The negation of operator==.
     unsigned char operator!=(const CZRB_Vector& other) const;
+    /// @}
 
 protected:
     /// Copy of src; nothing on self-copy; reallocates (size 0 included) when the sizes differ.
@@ -223,10 +233,9 @@ protected:
     /// The first steps of every InsertItems: grows by n when grow is set, then DownShift.
     void OpenGapFunction(unsigned int at, unsigned int n, unsigned char grow);
 
-    T* m_pItems;
-    unsigned int m_nLength;
-    /// Elements the block has room for; 0 exactly when the block is null.
-    unsigned int m_nCapacity;
+    T* m_pItems;              ///< the element block; null when empty
+    unsigned int m_nLength;   ///< the number of elements
+    unsigned int m_nCapacity; ///< elements the block has room for; 0 exactly when it is null
 
 private:
     /// Room being filled for the vector: its elements are destroyed and the room freed unless

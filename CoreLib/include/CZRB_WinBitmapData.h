@@ -1,12 +1,6 @@
-// CZRB_WinBitmapData: loads a Windows BMP file (info header, colour table, pixel bytes) and
-// answers questions about single pixels. A reader only: nothing is written or decompressed.
-//
-// Pixel queries support 1- and 8-bit palette images and 24-bit direct-colour images stored
-// bottom-up with the 40-byte info header; other files may load, their pixel queries answer
-// with a result code. Every operation returns an unsigned result code, 0 for success:
-// 3 coordinates or byte offset outside the image, 8 depth not supported, 10 not the 40-byte
-// header (colour) or no palette (index), 11 not a readable BMP, 19 the file lost its stream,
-// 30 the file could not be opened or its palette or pixel data is shorter than announced.
+/// @file
+/// CZRB_WinBitmapData: loads a Windows BMP file (info header, colour table, pixel bytes) and
+/// answers questions about single pixels. A reader only: nothing is written or decompressed.
 #ifndef CZRB_WINBITMAPDATA_H
 #define CZRB_WINBITMAPDATA_H
 
@@ -17,21 +11,30 @@
 
 class CZRB_File;
 
+/// Loads a Windows BMP file (info header, colour table, pixel bytes) and answers questions
+/// about single pixels. A reader only: nothing is written or decompressed.
+///
+/// Pixel queries support 1- and 8-bit palette images and 24-bit direct-colour images stored
+/// bottom-up with the 40-byte info header; other files may load, their pixel queries answer
+/// with a result code. Every operation returns an unsigned result code, 0 for success:
+/// 3 coordinates or byte offset outside the image, 8 depth not supported, 10 not the 40-byte
+/// header (colour) or no palette (index), 11 not a readable BMP, 19 the file lost its stream,
+/// 30 the file could not be opened or its palette or pixel data is shorter than announced.
 class LZRB_API CZRB_WinBitmapData : public CZRB_Object {
 public:
     /// The BMP info header as read from the file (little-endian there).
     struct SInfoHeader {
-        unsigned int biSize;
-        int biWidth;
-        int biHeight;
-        unsigned short biPlanes;
-        unsigned short biBitCount;
-        unsigned int biCompression;
-        unsigned int biSizeImage;
-        int biXPelsPerMeter;
-        int biYPelsPerMeter;
-        unsigned int biClrUsed;
-        unsigned int biClrImportant;
+        unsigned int biSize;         ///< size of the info header in bytes
+        int biWidth;                 ///< width in pixels
+        int biHeight;                ///< height in pixels
+        unsigned short biPlanes;     ///< colour planes, as stored
+        unsigned short biBitCount;   ///< bits per pixel
+        unsigned int biCompression;  ///< compression type, as stored
+        unsigned int biSizeImage;    ///< bytes of pixel data (computed when the file gives 0)
+        int biXPelsPerMeter;         ///< horizontal pixels per metre, as stored
+        int biYPelsPerMeter;         ///< vertical pixels per metre, as stored
+        unsigned int biClrUsed;      ///< colours used; 0 for the depth's full palette
+        unsigned int biClrImportant; ///< important colours, as stored
     };
 
     /// Empty: every header field 0, no palette, no pixels.

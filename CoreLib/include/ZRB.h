@@ -1,22 +1,26 @@
-// Namespace ZRB: byte-order conversions, bit reflection and rotation, bit, signed and BCD
-// field access, and the shared enumerations of the library.
-//
-// None of these functions allocate or throw. Buffers are plain byte pointers; the caller
-// guarantees that 2, 4 or 8 bytes are there. Bit 0 is the least significant bit of a word; a
-// field is given by the position of its least significant bit and its width.
+/// @file
+/// Namespace ZRB: byte-order conversions, bit reflection and rotation, bit, signed and BCD
+/// field access, and the shared enumerations of the library.
 #ifndef ZRB_H
 #define ZRB_H
 
 #include "LZRB_Export.h"
 
-// Caller code written with the 64-bit keyword of other compilers keeps compiling.
 #ifndef __int64
+/// Caller code written with the 64-bit keyword of other compilers keeps compiling.
 #define __int64 long long
 #endif
 
+/// Byte-order conversions, bit reflection and rotation, bit, signed and BCD field access, and
+/// the shared enumerations of the library.
+///
+/// None of these functions allocate or throw. Buffers are plain byte pointers; the caller
+/// guarantees that 2, 4 or 8 bytes are there. Bit 0 is the least significant bit of a word; a
+/// field is given by the position of its least significant bit and its width.
 namespace ZRB {
 
-/// Byte order of every conversion between values and bytes; any non-zero value is big-endian.
+/// Byte order of every conversion between values and bytes: BYTE_ORDER_LITTLE_ENDIAN (0) is
+/// least significant byte first; any non-zero value is big-endian.
 enum t_ByteOrdering : int { BYTE_ORDER_LITTLE_ENDIAN = 0, BYTE_ORDER_BIG_ENDIAN = 1 };
 
 /// How a signed value is held in a bit field.
@@ -30,13 +34,14 @@ enum t_ZRB_NumberRepr : int {
 
 /// A palette entry or pixel of a Windows bitmap; each component holds 0..255.
 struct t_WinRgbQuad {
-    unsigned short Red;
-    unsigned short Green;
-    unsigned short Blue;
-    unsigned short Reserved;
+    unsigned short Red;      ///< red component
+    unsigned short Green;    ///< green component
+    unsigned short Blue;     ///< blue component
+    unsigned short Reserved; ///< the fourth byte of the entry (or an alpha value, where stated)
 };
 
-// --- Values from bytes (2, 4 or 8 bytes read from `buffer`) ---
+/// @name Values from bytes (2, 4 or 8 bytes read from `buffer`)
+/// @{
 
 /// Signed 16-bit value of two bytes in the given order.
 LZRB_API short Int16FromBuf(const unsigned char* buffer, t_ByteOrdering order);
@@ -54,8 +59,10 @@ LZRB_API __int64 Int64FromBuf(const unsigned char* buffer, t_ByteOrdering order)
 LZRB_API float FloatFromBuf(const unsigned char* buffer, t_ByteOrdering order);
 /// IEEE 754 double whose 64-bit pattern is assembled from eight bytes in the given order.
 LZRB_API double DoubleFromBuf(const unsigned char* buffer, t_ByteOrdering order);
+/// @}
 
-// --- Values to bytes ---
+/// @name Values to bytes
+/// @{
 
 /// Writes two bytes of `value` in the given order.
 LZRB_API void Uint16ToBuf(const unsigned short& value, unsigned char* buffer, t_ByteOrdering order);
@@ -77,8 +84,10 @@ LZRB_API void DoubleToBuf(const double& value, unsigned char* buffer, t_ByteOrde
 
 /// Reverses `length` bytes in place; a length of 0 or 1 does nothing.
 LZRB_API void InvertByteOrder(unsigned char* buffer, unsigned int length);
+/// @}
 
-// --- Reflection, rounding up, rotation ---
+/// @name Reflection, rounding up, rotation
+/// @{
 
 /// The byte with its bit order reversed.
 LZRB_API unsigned char ReflectUint8(unsigned char value);
@@ -108,8 +117,10 @@ LZRB_API unsigned short ShiftRotatedRight16(unsigned short value, unsigned short
 LZRB_API unsigned int ShiftRotatedRight32(unsigned int value, unsigned int count);
 /// Rotates right by `count` modulo 64.
 LZRB_API unsigned __int64 ShiftRotatedRight64(unsigned __int64 value, unsigned __int64 count);
+/// @}
 
-// --- Single bits ---
+/// @name Single bits
+/// @{
 
 /// Sets (state non-zero) or clears a bit. Kept as shipped: acts on bit (bit mod 32) when that is
 /// below 8, otherwise leaves the byte unchanged.
@@ -122,8 +133,10 @@ LZRB_API void SetBit(unsigned int& word, unsigned int bit, unsigned char state);
 LZRB_API void SetBit(unsigned __int64& word, unsigned int bit, unsigned char state);
 /// 1 when the bit is set, else 0; 0 for a bit number of 64 or more.
 LZRB_API unsigned char GetBit(unsigned __int64 word, unsigned int bit);
+/// @}
 
-// --- Bit fields (bits position .. position+width-1, cut at the word's top bit) ---
+/// @name Bit fields (bits position .. position+width-1, cut at the word's top bit)
+/// @{
 
 /// Stores the low bits of `value` in the field; bits outside the field are kept. The end
 /// position+width is formed in 32-bit arithmetic; an empty field writes nothing.
@@ -164,6 +177,7 @@ LZRB_API void SetBcdField(unsigned __int64& word, unsigned int position, unsigne
 
 /// Splits a 32-bit bitmap colour word: red bits 16-23, green 8-15, blue 0-7, reserved 24-31.
 LZRB_API t_WinRgbQuad ToWinRgbQuad32Bit(unsigned int colour);
+/// @}
 
 } // namespace ZRB
 
