@@ -88,9 +88,11 @@ private:
 
 /// Writes the whole 32-bit word with the stream's unsigned 32-bit insertion; returns the
 /// stream. Stream codes: 23 when the stream is not writable.
+/// @relatesalso CZRB_Color
 LZRB_API CZRB_Buffer& operator<<(CZRB_Buffer& buffer, const CZRB_Color& color);
 /// Reads the whole 32-bit word with the stream's unsigned 32-bit extraction; returns the
 /// stream. Stream codes: 24 not readable, 3 fewer than four bytes left (colour unchanged).
+/// @relatesalso CZRB_Color
 LZRB_API CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_Color& color);
 
 #endif

@@ -17,9 +17,11 @@ class CZRB_Date;
 
 /// Writes the date's record: its day number as one signed 64-bit value (the null marker for a
 /// null date). Returns the stream; the stream's own codes (23) propagate.
+/// @relatesalso CZRB_Date
 LZRB_API CZRB_Buffer& operator<<(CZRB_Buffer& buffer, CZRB_Date& date);
 /// Reads a record written by operator<< into the date, unchecked; returns the stream. A short
 /// stream throws the stream's code 3 (24 when not readable) and leaves the date unchanged.
+/// @relatesalso CZRB_Date
 LZRB_API CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_Date& date);
 
 /// A calendar date held as a Julian Day Number, shown in five calendars.

@@ -145,6 +145,7 @@ private:
 };
 
 /// Scaled value of `number` times `factor` (wrapping in 64 bits); the digit count is kept.
+/// @relatesalso CZRB_DecimalNumber
 LZRB_API CZRB_DecimalNumber operator*(const __int64& factor, const CZRB_DecimalNumber& number);
 
 extern template class LZRB_API CZRB_Vector<CZRB_DecimalNumber>;

@@ -319,28 +319,38 @@ private:
 };
 
 /// 1 when left is equal to right by CS_Compare (case-sensitive), else 0.
+/// @relatesalso CZRB_String
 LZRB_API unsigned char operator==(const char* left, const CZRB_String& right);
 /// 1 when left is not equal to right by CS_Compare (case-sensitive), else 0.
+/// @relatesalso CZRB_String
 LZRB_API unsigned char operator!=(const char* left, const CZRB_String& right);
 /// 1 when left is less than right by CS_Compare (case-sensitive), else 0.
+/// @relatesalso CZRB_String
 LZRB_API unsigned char operator<(const char* left, const CZRB_String& right);
 /// 1 when left is less than or equal to right by CS_Compare (case-sensitive), else 0.
+/// @relatesalso CZRB_String
 LZRB_API unsigned char operator<=(const char* left, const CZRB_String& right);
 /// 1 when left is greater than right by CS_Compare (case-sensitive), else 0.
+/// @relatesalso CZRB_String
 LZRB_API unsigned char operator>(const char* left, const CZRB_String& right);
 /// 1 when left is greater than or equal to right by CS_Compare (case-sensitive), else 0.
+/// @relatesalso CZRB_String
 LZRB_API unsigned char operator>=(const char* left, const CZRB_String& right);
 
 /// New string: c followed by s.
+/// @relatesalso CZRB_String
 LZRB_API CZRB_String operator+(char c, const CZRB_String& s);
 /// New string: text (up to its first zero byte) followed by s.
+/// @relatesalso CZRB_String
 LZRB_API CZRB_String operator+(const char* text, const CZRB_String& s);
 
 /// Writes the 32-bit length, then the length bytes without terminator.
+/// @relatesalso CZRB_String
 LZRB_API CZRB_Buffer& operator<<(CZRB_Buffer& buffer, const CZRB_String& s);
 /// Reads a 32-bit length and that many bytes. A length announcing more bytes than remain
 /// throws 3 (object: the stream) before the string is touched; a different length resizes
 /// the string as SetLength(n, ' ') before the bytes are read.
+/// @relatesalso CZRB_String
 LZRB_API CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_String& s);
 
 extern template class LZRB_API CZRB_Vector<CZRB_String>;

@@ -17,9 +17,11 @@ class CZRB_Time;
 
 /// Writes the time's record: its millisecond count as one signed 32-bit value (-1 for a null
 /// time). Returns the stream; the stream's own codes (23) propagate.
+/// @relatesalso CZRB_Time
 LZRB_API CZRB_Buffer& operator<<(CZRB_Buffer& buffer, CZRB_Time& time);
 /// Reads a record written by operator<< into the time, unchecked; returns the stream. A short
 /// stream throws the stream's code 3 (24 when not readable) and leaves the time unchanged.
+/// @relatesalso CZRB_Time
 LZRB_API CZRB_Buffer& operator>>(CZRB_Buffer& buffer, CZRB_Time& time);
 
 /// A time of day in milliseconds since midnight, without date or time zone.
