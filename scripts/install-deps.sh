@@ -10,6 +10,7 @@ packages=(
     libbenchmark-dev zlib1g-dev libisal-dev                   # benchmarks and their baselines
     libcli11-dev                                              # option parsing of the zrb tool
     dpkg-dev file                                             # Debian package (CPack)
+    doxygen                                                   # API reference (docs preset)
     "$@"
 )
 

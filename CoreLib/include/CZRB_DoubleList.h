@@ -1,5 +1,6 @@
-// CZRB_DoubleList: the named list of double; declared with the other named arithmetic
-// containers.
+/// @file
+/// CZRB_DoubleList: the named list of double; declared with the other named arithmetic
+/// containers.
 #ifndef CZRB_DOUBLELIST_H
 #define CZRB_DOUBLELIST_H
 

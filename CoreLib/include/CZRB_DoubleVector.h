@@ -1,5 +1,6 @@
-// CZRB_DoubleVector: the named vector of double; declared with the other named arithmetic
-// containers.
+/// @file
+/// CZRB_DoubleVector: the named vector of double; declared with the other named arithmetic
+/// containers.
 #ifndef CZRB_DOUBLEVECTOR_H
 #define CZRB_DOUBLEVECTOR_H
 

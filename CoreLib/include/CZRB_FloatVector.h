@@ -1,5 +1,6 @@
-// CZRB_FloatVector: the named vector of float; declared with the other named arithmetic
-// containers.
+/// @file
+/// CZRB_FloatVector: the named vector of float; declared with the other named arithmetic
+/// containers.
 #ifndef CZRB_FLOATVECTOR_H
 #define CZRB_FLOATVECTOR_H
 

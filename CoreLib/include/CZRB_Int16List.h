@@ -1,5 +1,6 @@
-// CZRB_Int16List: the named list of short; declared with the other named arithmetic
-// containers.
+/// @file
+/// CZRB_Int16List: the named list of short; declared with the other named arithmetic
+/// containers.
 #ifndef CZRB_INT16LIST_H
 #define CZRB_INT16LIST_H
 

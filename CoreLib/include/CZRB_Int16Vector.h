@@ -1,5 +1,6 @@
-// CZRB_Int16Vector: the named vector of short; declared with the other named arithmetic
-// containers.
+/// @file
+/// CZRB_Int16Vector: the named vector of short; declared with the other named arithmetic
+/// containers.
 #ifndef CZRB_INT16VECTOR_H
 #define CZRB_INT16VECTOR_H
 

@@ -1,5 +1,6 @@
-// CZRB_Int32Vector: the named vector of int; declared with the other named arithmetic
-// containers.
+/// @file
+/// CZRB_Int32Vector: the named vector of int; declared with the other named arithmetic
+/// containers.
 #ifndef CZRB_INT32VECTOR_H
 #define CZRB_INT32VECTOR_H
 

@@ -1,5 +1,6 @@
-// CZRB_Int64Vector: the named vector of __int64; declared with the other named arithmetic
-// containers.
+/// @file
+/// CZRB_Int64Vector: the named vector of __int64; declared with the other named arithmetic
+/// containers.
 #ifndef CZRB_INT64VECTOR_H
 #define CZRB_INT64VECTOR_H
 

@@ -1,5 +1,6 @@
-// CZRB_Int8List: the named list of signed char; declared with the other named arithmetic
-// containers.
+/// @file
+/// CZRB_Int8List: the named list of signed char; declared with the other named arithmetic
+/// containers.
 #ifndef CZRB_INT8LIST_H
 #define CZRB_INT8LIST_H
 

@@ -1,5 +1,6 @@
-// CZRB_Int8Vector: the named vector of signed char; declared with the other named arithmetic
-// containers.
+/// @file
+/// CZRB_Int8Vector: the named vector of signed char; declared with the other named arithmetic
+/// containers.
 #ifndef CZRB_INT8VECTOR_H
 #define CZRB_INT8VECTOR_H
 

@@ -1,16 +1,5 @@
-// CZRB_List<T>: the library's doubly linked list with one cursor.
-//
-// Besides head and tail the list keeps a cursor, the current item, which almost every
-// operation reads or moves: reading walks the cursor, insertion happens before the cursor,
-// deletion removes the cursor's item. Failures throw CZRB_Exception with code 5 (no item) or
-// 9 (zero size). Even read-only use moves the cursor, so a list belongs to one thread.
-//
-// Each item lives in its own node. Some insertions keep their shipped link updates, which
-// leave a previous link (InsertItems) or the tail member (InsertList) pointing elsewhere
-// than a fresh list would. Those links are followed as they are, but the list also keeps
-// every node in an ownership chain of its own: nodes are freed exactly once whatever the
-// links say, walks are bounded by the item count, and a node being freed is first removed
-// from every link that still names it.
+/// @file
+/// CZRB_List<T>: the library's doubly linked list with one cursor.
 #ifndef CZRB_LIST_H
 #define CZRB_LIST_H
 
@@ -18,232 +7,257 @@
 
 #include <type_traits>
 
+/// The library's doubly linked list with one cursor.
+///
+/// Besides head and tail the list keeps a cursor, the current item, which almost every
+/// operation reads or moves: reading walks the cursor, insertion happens before the cursor,
+/// deletion removes the cursor's item. Failures throw CZRB_Exception with code 5 (no item) or
+/// 9 (zero size). Even read-only use moves the cursor, so a list belongs to one thread.
+///
+/// Each item lives in its own node. Some insertions keep their shipped link updates, which
+/// leave a previous link (InsertItems) or the tail member (InsertList) pointing elsewhere
+/// than a fresh list would. Those links are followed as they are, but the list also keeps
+/// every node in an ownership chain of its own: nodes are freed exactly once whatever the
+/// links say, walks are bounded by the item count, and a node being freed is first removed
+/// from every link that still names it.
 template <class T>
 class CZRB_List : public CZRB_Object {
 public:
-    // --- Construction, size, equality ---
+    /// @name Construction, size, equality
+    /// @{
 
-    // Empty list, no cursor.
+    /// Empty list, no cursor.
     CZRB_List();
-    // n items holding value, cursor on the first; n = 0 gives an empty list without error.
+    /// n items holding value, cursor on the first; n = 0 gives an empty list without error.
     CZRB_List(unsigned int n, const T& value);
-    // The same for a count of any integer type, so that a literal 0 count is not also read
-    // as a null array.
+    /// The same for a count of any integer type, so that a literal 0 count is not also read
+    /// as a null array.
     template <class N, std::enable_if_t<std::is_integral_v<N>, int> = 0>
     CZRB_List(N n, const T& value) : CZRB_List(static_cast<unsigned int>(n), value) {}
-    // items[0..n-1] in order, cursor on the first; n = 0 throws 9 (object = this).
+    /// items[0..n-1] in order, cursor on the first; n = 0 throws 9 (object = this).
     CZRB_List(T* items, unsigned int n);
-    // Copy of src through DataCopy (cursor on the head).
+    /// Copy of src through DataCopy (cursor on the head).
     CZRB_List(const CZRB_List& src);
-    // Frees every node.
+    /// Frees every node.
     virtual ~CZRB_List();
-    // DataCopy: kept as shipped, assigning an empty list leaves this list unchanged;
-    // otherwise the items of src with the cursor on the head.
+    /// DataCopy: kept as shipped, assigning an empty list leaves this list unchanged;
+    /// otherwise the items of src with the cursor on the head.
     CZRB_List& operator=(const CZRB_List& src);
-    // The vector's elements in order, cursor on the last (an empty vector empties the list).
+    /// The vector's elements in order, cursor on the last (an empty vector empties the list).
     CZRB_List& operator=(CZRB_Vector<T>& src);
 
-    // The number of items.
+    /// The number of items.
     unsigned int GetLength() const { return m_nLength; }
-    // The number of items (an item count, not a truth value).
+    /// The number of items (an item count, not a truth value).
     unsigned int operator!() const { return m_nLength; }
-    // 1 when the lengths are equal and the items are equal pairwise from the heads; cursors
-    // are neither compared nor moved.
+    /// 1 when the lengths are equal and the items are equal pairwise from the heads; cursors
+    /// are neither compared nor moved.
     unsigned char operator==(const CZRB_List& other) const;
-    // The negation of operator==.
+    /// The negation of operator==.
     unsigned char operator!=(const CZRB_List& other) const;
+    /// @}
 
-    // --- Cursor ---
+    /// @name Cursor
+    /// @{
 
-    // The cursor's item; no cursor throws 5.
+    /// The cursor's item; no cursor throws 5.
     T& CurItem();
-    // The cursor node as an opaque handle (null when there is none).
+    /// The cursor node as an opaque handle (null when there is none).
     void* CurItemRef() const { return m_pCur; }
-    // Cursor to the head, returning its item; an empty list throws 5.
+    /// Cursor to the head, returning its item; an empty list throws 5.
     T& ToStart();
-    // Cursor to the tail, returning its item; an empty list throws 5.
+    /// Cursor to the tail, returning its item; an empty list throws 5.
     T& ToEnd();
-    // 1 when the cursor is the head (also on an empty list).
+    /// 1 when the cursor is the head (also on an empty list).
     unsigned char IsStart() const { return m_pCur == m_pHead ? 1 : 0; }
-    // 1 when the cursor is the tail (also on an empty list).
+    /// 1 when the cursor is the tail (also on an empty list).
     unsigned char IsEnd() const { return m_pCur == m_pTail ? 1 : 0; }
-    // The cursor's item before moving; then the cursor moves n steps forward, stopping on the
-    // tail. No cursor throws 5.
+    /// The cursor's item before moving; then the cursor moves n steps forward, stopping on the
+    /// tail. No cursor throws 5.
     T& Next(unsigned int n = 1);
-    // The same as Next(n).
+    /// The same as Next(n).
     T& operator>>(unsigned int n);
-    // The cursor's item before moving; then the cursor moves n steps back, stopping on the
-    // head. No cursor throws 5.
+    /// The cursor's item before moving; then the cursor moves n steps back, stopping on the
+    /// head. No cursor throws 5.
     T& Prev(unsigned int n = 1);
-    // The same as Prev(n).
+    /// The same as Prev(n).
     T& operator<<(unsigned int n);
-    // Cursor to item i counted from the head, returning it; i not below the length throws 5.
+    /// Cursor to item i counted from the head, returning it; i not below the length throws 5.
     T& ToPos(unsigned int i);
-    // The same as ToPos(i): indexing always moves the cursor.
+    /// The same as ToPos(i): indexing always moves the cursor.
     T& operator[](unsigned int i);
-    // The number of items before the cursor (0 without cursor).
+    /// The number of items before the cursor (0 without cursor).
     unsigned int ItemsFromStart() const;
-    // The number of items after the cursor (0 without cursor).
+    /// The number of items after the cursor (0 without cursor).
     unsigned int ItemsToEnd() const;
+    /// @}
 
-    // --- Adding items ---
+    /// @name Adding items
+    /// @{
 
-    // New value-initialised item after the tail; the cursor moves to it; returns its address.
+    /// New value-initialised item after the tail; the cursor moves to it; returns its address.
     T* AppendItem();
-    // Appends item after the tail; the cursor moves to it.
+    /// Appends item after the tail; the cursor moves to it.
     void AppendItem(const T& item);
-    // The same as AppendItem(item): with Pop the list is a stack at its tail.
+    /// The same as AppendItem(item): with Pop the list is a stack at its tail.
     void Push(const T& item);
-    // The same as AppendItem(item).
+    /// The same as AppendItem(item).
     void operator+=(const T& item);
-    // New value-initialised item before the cursor (the only item of an empty list); the
-    // cursor moves to it. A non-empty list without cursor throws 5.
+    /// New value-initialised item before the cursor (the only item of an empty list); the
+    /// cursor moves to it. A non-empty list without cursor throws 5.
     T* InsertItem();
-    // InsertItem() storing item.
+    /// InsertItem() storing item.
     void InsertItem(const T& item);
-    // Appends src[from .. from+n-1]; the cursor is then on the tail (also for n = 0).
+    /// Appends src[from .. from+n-1]; the cursor is then on the tail (also for n = 0).
     CZRB_List& AppendItems(T* src, unsigned int n, unsigned int from);
-    // Appends copies of all of src's items; the cursor is then on the tail; src's cursor is
-    // not used.
+    /// Appends copies of all of src's items; the cursor is then on the tail; src's cursor is
+    /// not used.
     CZRB_List& AppendList(CZRB_List& src);
-    // The same as AppendList.
+    /// The same as AppendList.
     CZRB_List& operator&=(CZRB_List& src);
-    // Links src[from .. from+n-1] in before the cursor. Kept as shipped: the cursor node's own
-    // previous link and the cursor stay as they were, and with the cursor on the head the
-    // first new item becomes the head. No cursor throws 5; n = 0 does nothing.
+    /// Links src[from .. from+n-1] in before the cursor. Kept as shipped: the cursor node's own
+    /// previous link and the cursor stay as they were, and with the cursor on the head the
+    /// first new item becomes the head. No cursor throws 5; n = 0 does nothing.
     CZRB_List& InsertItems(T* src, unsigned int n, unsigned int from);
-    // Links copies of src's items in before the cursor and moves the cursor to the last of
-    // them. Kept as shipped: the tail member then designates that last inserted item, not the
-    // real last node. On an empty list the copies are appended. A non-empty list without
-    // cursor throws 5; an empty src changes nothing.
+    /// Links copies of src's items in before the cursor and moves the cursor to the last of
+    /// them. Kept as shipped: the tail member then designates that last inserted item, not the
+    /// real last node. On an empty list the copies are appended. A non-empty list without
+    /// cursor throws 5; an empty src changes nothing.
     CZRB_List& InsertList(CZRB_List& src);
-    // As InsertItems(T*...) with src[from ...], stopping after n items or at src's end.
+    /// As InsertItems(T*...) with src[from ...], stopping after n items or at src's end.
     CZRB_List& InsertItems(CZRB_Vector<T>& src, unsigned int n, unsigned int from);
-    // Appends copies of up to n items of src from its cursor onward (none without cursor);
-    // the cursor is then on the tail; returns a copy of the whole list.
+    /// Appends copies of up to n items of src from its cursor onward (none without cursor);
+    /// the cursor is then on the tail; returns a copy of the whole list.
     CZRB_List AppendItems(CZRB_List& src, unsigned int n);
-    // Appends copies of src's elements; the cursor is then on the tail (an empty list with an
-    // empty vector keeps no cursor).
+    /// Appends copies of src's elements; the cursor is then on the tail (an empty list with an
+    /// empty vector keeps no cursor).
     CZRB_List& AppendVector(CZRB_Vector<T>& src);
-    // The same as AppendVector.
+    /// The same as AppendVector.
     CZRB_List& operator&=(CZRB_Vector<T>& src);
-    // Links copies of n items of src, from src's cursor onward, in before the cursor, with the
-    // link updates of InsertItems(T*...). No cursor throws 5; src running out throws 5 (object
-    // = src) with the copies made so far linked and the last one not joined to the cursor node.
-    // Returns a copy of the whole list.
+    /// Links copies of n items of src, from src's cursor onward, in before the cursor, with the
+    /// link updates of InsertItems(T*...). No cursor throws 5; src running out throws 5 (object
+    /// = src) with the copies made so far linked and the last one not joined to the cursor node.
+    /// Returns a copy of the whole list.
     CZRB_List InsertItems(CZRB_List& src, unsigned int n);
-    // dst becomes copies of up to n items from the cursor onward, dst's cursor on its last
-    // item; this cursor does not move. No cursor throws 5 (object = this).
+    /// dst becomes copies of up to n items from the cursor onward, dst's cursor on its last
+    /// item; this cursor does not move. No cursor throws 5 (object = this).
     void Extract(CZRB_List& dst, unsigned int n);
+    /// @}
 
-    // --- Copying items without changing the length ---
+    /// @name Copying items without changing the length
+    /// @{
 
-    // Overwrites n items from the cursor onward with src's items from its cursor onward;
-    // either list running out throws 5 (object = this) after the items already written.
+    /// Overwrites n items from the cursor onward with src's items from its cursor onward;
+    /// either list running out throws 5 (object = this) after the items already written.
     CZRB_List& CopyItemsFrom(CZRB_List& src, unsigned int n);
-    // Overwrites up to n items from the cursor onward with src[from ...], stopping at the
-    // tail. No cursor throws 5.
+    /// Overwrites up to n items from the cursor onward with src[from ...], stopping at the
+    /// tail. No cursor throws 5.
     CZRB_List& CopyItemsFrom(T* src, unsigned int from, unsigned int n);
-    // As above, also stopping at the end of src.
+    /// As above, also stopping at the end of src.
     CZRB_List& CopyItemsFrom(CZRB_Vector<T>& src, unsigned int from, unsigned int n);
-    // Copies up to n items from the cursor onward to dst[at ...], stopping at the tail. No
-    // cursor throws 5.
+    /// Copies up to n items from the cursor onward to dst[at ...], stopping at the tail. No
+    /// cursor throws 5.
     void CopyItemsTo(T* dst, unsigned int at, unsigned int n);
+    /// @}
 
-    // --- Removing items ---
+    /// @name Removing items
+    /// @{
 
-    // Deletes the cursor's item: the cursor moves to the following item, or to the previous
-    // one when the tail was deleted; deleting the head makes the next node head and cursor.
-    // No cursor: nothing.
+    /// Deletes the cursor's item: the cursor moves to the following item, or to the previous
+    /// one when the tail was deleted; deleting the head makes the next node head and cursor.
+    /// No cursor: nothing.
     CZRB_List& DeleteItem();
-    // Deletes up to n items from the cursor onward; deleting the tail ends it with the cursor
-    // on the new tail. No cursor: nothing.
+    /// Deletes up to n items from the cursor onward; deleting the tail ends it with the cursor
+    /// on the new tail. No cursor: nothing.
     CZRB_List& DeleteItems(unsigned int n);
-    // Takes the tail's item into *out and deletes it (cursor on the new tail): 1; an empty
-    // list returns 0.
+    /// Takes the tail's item into *out and deletes it (cursor on the new tail): 1; an empty
+    /// list returns 0.
     unsigned char Pop(T* out);
-    // before non-zero: deletes the cursor's item and all before it; zero: the cursor's item
-    // and all after it. The cursor is then on the tail. No cursor: nothing.
+    /// before non-zero: deletes the cursor's item and all before it; zero: the cursor's item
+    /// and all after it. The cursor is then on the tail. No cursor: nothing.
     CZRB_List& Truncate(unsigned char before);
-    // Frees every node; no cursor afterwards.
+    /// Frees every node; no cursor afterwards.
     CZRB_List& DeleteAll();
+    /// @}
 
-    // --- Searching, ordering ---
+    /// @name Searching, ordering
+    /// @{
 
-    // From the cursor (inclusive) towards the tail, the first item equal to value becomes
-    // the cursor: 1; otherwise 0 and the cursor stays (also without cursor).
+    /// From the cursor (inclusive) towards the tail, the first item equal to value becomes
+    /// the cursor: 1; otherwise 0 and the cursor stays (also without cursor).
     unsigned char FindToEnd(const T& value);
-    // The same towards the head.
+    /// The same towards the head.
     unsigned char FindToStart(const T& value);
-    // Exchanges the node (a CurItemRef handle of this list) with its following node by
-    // relinking; head and tail follow. A null node or one without successor throws 5.
+    /// Exchanges the node (a CurItemRef handle of this list) with its following node by
+    /// relinking; head and tail follow. A null node or one without successor throws 5.
     void SwapItems(void* node);
-    // Exchange sort over adjacent nodes: compare(successor, node) positive with ascending 0,
-    // or negative with ascending non-zero, exchanges them; stops after a pass without
-    // exchange. Stable; the cursor keeps designating the same node.
+    /// Exchange sort over adjacent nodes: compare(successor, node) positive with ascending 0,
+    /// or negative with ascending non-zero, exchanges them; stops after a pass without
+    /// exchange. Stable; the cursor keeps designating the same node.
     void Sort(signed char (*compare)(const T&, const T&), unsigned char ascending);
+    /// @}
 
 protected:
+    /// One item with its links.
     struct CNode {
-        CNode* prev;
-        CNode* next;
-        T item;
-        // Ownership chain: every node of the list, independent of prev/next.
-        CNode* ownerPrev;
-        CNode* ownerNext;
+        CNode* prev;      ///< the previous node by the list's links
+        CNode* next;      ///< the next node by the list's links
+        T item;           ///< the item
+        CNode* ownerPrev; ///< previous in the ownership chain (every node, regardless of prev/next)
+        CNode* ownerNext; ///< next node of the ownership chain
     };
 
-    // Copy of src reusing the existing nodes, cursor on the head. Kept as shipped: nothing
-    // happens when src is this list or empty.
+    /// Copy of src reusing the existing nodes, cursor on the head. Kept as shipped: nothing
+    /// happens when src is this list or empty.
     void DataCopy(const CZRB_List& src);
-    // DeleteAll, then the vector's elements appended; cursor on the tail.
+    /// DeleteAll, then the vector's elements appended; cursor on the tail.
     void DataCopy(CZRB_Vector<T>& src);
-    // Next(n)'s work.
+    /// Next(n)'s work.
     T& NextFunction(unsigned int n);
-    // Prev(n)'s work.
+    /// Prev(n)'s work.
     T& PreviousFunction(unsigned int n);
-    // ToPos(i)'s work.
+    /// ToPos(i)'s work.
     T& PosFunction(unsigned int i);
 
-    // A new owned node with a value-initialised item; the length grows by one.
+    /// A new owned node with a value-initialised item; the length grows by one.
     CNode* NewNodeFunction();
-    // A new owned node holding a copy of item.
+    /// A new owned node holding a copy of item.
     CNode* NewNodeFunction(const T& item);
-    // Frees an owned node; the length drops by one.
+    /// Frees an owned node; the length drops by one.
     void FreeNodeFunction(CNode* node);
-    // Links a new node holding item after the tail (cursor unchanged).
+    /// Links a new node holding item after the tail (cursor unchanged).
     CNode* AppendNodeFunction(const T& item);
-    // Creates a node for item linked after `previous` (the shipped InsertItems link update).
+    /// Creates a node for item linked after `previous` (the shipped InsertItems link update).
     CNode* LinkBeforeCursorFunction(CNode* previous, const T& item);
-    // The node after `node` by its link (null past the last node); walks that use it are
-    // bounded by the item count.
+    /// The node after `node` by its link (null past the last node); walks that use it are
+    /// bounded by the item count.
     CNode* ForwardFunction(CNode* node) const;
-    // The node before `node` by its link (null before the first node).
+    /// The node before `node` by its link (null before the first node).
     CNode* BackwardFunction(CNode* node) const;
-    // Exchanges node and its successor by relinking.
+    /// Exchanges node and its successor by relinking.
     void SwapWithNextFunction(CNode* node);
-    // Appends to dst copies of up to n items from the cursor onward.
+    /// Appends to dst copies of up to n items from the cursor onward.
     void CollectFunction(CZRB_List& dst, unsigned int n) const;
 
-    CNode* m_pHead;
-    CNode* m_pTail;
-    CNode* m_pCur;
-    unsigned int m_nLength;
+    CNode* m_pHead;         ///< the first node, null when empty
+    CNode* m_pTail;         ///< the last node, null when empty
+    CNode* m_pCur;          ///< the cursor, null when there is none
+    unsigned int m_nLength; ///< the number of items
 
 private:
-    // ForwardFunction or BackwardFunction: the direction of a walk.
+    /// ForwardFunction or BackwardFunction: the direction of a walk.
     using t_StepFunction = CNode* (CZRB_List::*)(CNode*) const;
 
-    // Removes every link to a node about to be freed (only needed after the shipped
-    // insertions left links that disagree).
+    /// Removes every link to a node about to be freed (only needed after the shipped
+    /// insertions left links that disagree).
     void UnlinkEverywhereFunction(CNode* node);
-    // The cursor's item before moving; then up to n steps by `step`, stopping at the last
-    // node in that direction. No cursor throws 5.
+    /// The cursor's item before moving; then up to n steps by `step`, stopping at the last
+    /// node in that direction. No cursor throws 5.
     T& MoveCursorFunction(unsigned int n, t_StepFunction step);
-    // The number of nodes reachable from the cursor by `step` (0 without cursor).
+    /// The number of nodes reachable from the cursor by `step` (0 without cursor).
     unsigned int CountFromCursorFunction(t_StepFunction step) const;
-    // From the cursor (inclusive) by `step`, the first item equal to value becomes the
-    // cursor: 1; otherwise 0.
+    /// From the cursor (inclusive) by `step`, the first item equal to value becomes the
+    /// cursor: 1; otherwise 0.
     unsigned char FindFromCursorFunction(const T& value, t_StepFunction step);
 
     CNode* m_pOwned;

@@ -1,5 +1,6 @@
-// CZRB_Uint16List: the named list of unsigned short; declared with the other named arithmetic
-// containers.
+/// @file
+/// CZRB_Uint16List: the named list of unsigned short; declared with the other named arithmetic
+/// containers.
 #ifndef CZRB_UINT16LIST_H
 #define CZRB_UINT16LIST_H
 

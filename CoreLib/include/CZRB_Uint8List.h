@@ -1,5 +1,6 @@
-// CZRB_Uint8List: the named list of unsigned char; declared with the other named arithmetic
-// containers.
+/// @file
+/// CZRB_Uint8List: the named list of unsigned char; declared with the other named arithmetic
+/// containers.
 #ifndef CZRB_UINT8LIST_H
 #define CZRB_UINT8LIST_H
 

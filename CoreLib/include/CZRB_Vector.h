@@ -1,19 +1,5 @@
-// CZRB_Vector<T>: the library's array container.
-//
-// One contiguous block of elements; positions are 0-based. Failures throw CZRB_Exception
-// with code 2 (range), 5 (no item) or 9 (zero size).
-//
-// Storage: the operations that set a size (Create, Recreate, assignment, Extract) allocate
-// exactly that many elements. The step-by-step paths (AppendItem, AppendVector, AppendList,
-// InsertItems and the grow flag of CopyItemsFrom and Fill) grow the block geometrically and
-// then use its spare room, so n appends cost O(n) in total; DeleteItems with shrink keeps the
-// block while the spare room stays below the elements. Spare room is raw memory: it never
-// holds an element. New elements are zero for arithmetic types and default-constructed
-// otherwise, then set by assignment, so any other element type needs a default constructor,
-// a copy constructor, assignment and operator==.
-//
-// The library provides the instantiations for its ten arithmetic types (declared below as
-// extern templates); value classes declare theirs next to their own class.
+/// @file
+/// CZRB_Vector<T>: the library's array container.
 #ifndef CZRB_VECTOR_H
 #define CZRB_VECTOR_H
 
@@ -29,88 +15,109 @@
 template <class T>
 class CZRB_List;
 
+/// The library's array container.
+///
+/// One contiguous block of elements; positions are 0-based. Failures throw CZRB_Exception
+/// with code 2 (range), 5 (no item) or 9 (zero size).
+///
+/// Storage: the operations that set a size (Create, Recreate, assignment, Extract) allocate
+/// exactly that many elements. The step-by-step paths (AppendItem, AppendVector, AppendList,
+/// InsertItems and the grow flag of CopyItemsFrom and Fill) grow the block geometrically and
+/// then use its spare room, so n appends cost O(n) in total; DeleteItems with shrink keeps the
+/// block while the spare room stays below the elements. Spare room is raw memory: it never
+/// holds an element. New elements are zero for arithmetic types and default-constructed
+/// otherwise, then set by assignment, so any other element type needs a default constructor,
+/// a copy constructor, assignment and operator==.
+///
+/// The library provides the instantiations for its ten arithmetic types (declared below as
+/// extern templates); value classes declare theirs next to their own class.
 template <class T>
 class CZRB_Vector : public CZRB_Object {
 public:
-    // --- Construction and storage ---
+    /// @name Construction and storage
+    /// @{
 
-    // Empty vector: no block, size 0.
+    /// Empty vector: no block, size 0.
     CZRB_Vector() : m_pItems(nullptr), m_nLength(0), m_nCapacity(0) {}
-    // Create(n): n elements; throws 9 when n is 0.
+    /// Create(n): n elements; throws 9 when n is 0.
     explicit CZRB_Vector(unsigned int n);
-    // Create(items, n): a copy of items[0..n-1]; throws 9 when n is 0.
+    /// Create(items, n): a copy of items[0..n-1]; throws 9 when n is 0.
     CZRB_Vector(T* items, unsigned int n);
-    // Create(n, value): n copies of value; throws 9 when n is 0.
+    /// Create(n, value): n copies of value; throws 9 when n is 0.
     CZRB_Vector(unsigned int n, const T& value);
-    // The same for a count of any integer type, so that a literal 0 count is not also read
-    // as a null array.
+    /// The same for a count of any integer type, so that a literal 0 count is not also read
+    /// as a null array.
     template <class N, std::enable_if_t<std::is_integral_v<N>, int> = 0>
     CZRB_Vector(N n, const T& value) : CZRB_Vector(static_cast<unsigned int>(n), value) {}
-    // Copy of src through DataCopy (an empty source gives an empty vector).
+    /// Copy of src through DataCopy (an empty source gives an empty vector).
     CZRB_Vector(const CZRB_Vector& src);
-    // Frees the block (class elements are destroyed).
+    /// Frees the block (class elements are destroyed).
     virtual ~CZRB_Vector();
 
-    // Replaces the contents by n new elements; n = 0 throws 9 (object = this).
+    /// Replaces the contents by n new elements; n = 0 throws 9 (object = this).
     void Create(unsigned int n);
-    // Replaces the contents by a copy of items[0..n-1]; n = 0 throws 9.
+    /// Replaces the contents by a copy of items[0..n-1]; n = 0 throws 9.
     void Create(T* items, unsigned int n);
-    // Replaces the contents by n copies of value; n = 0 throws 9.
+    /// Replaces the contents by n copies of value; n = 0 throws 9.
     void Create(unsigned int n, const T& value);
-    // The same for a count of any integer type (a literal 0 count is not read as an array).
+    /// The same for a count of any integer type (a literal 0 count is not read as an array).
     template <class N, std::enable_if_t<std::is_integral_v<N>, int> = 0>
     void Create(N n, const T& value) {
         Create(static_cast<unsigned int>(n), value);
     }
-    // Resizes to n keeping old[from + k] at k; on an empty vector it is Create(n) (so n = 0
-    // throws 9); a non-zero `from` drops the first `from` elements. Other positions are new.
+    /// Resizes to n keeping old[from + k] at k; on an empty vector it is Create(n) (so n = 0
+    /// throws 9); a non-zero `from` drops the first `from` elements. Other positions are new.
     void Recreate(unsigned int n, unsigned int from);
-    // As Recreate(n, from), with every position that got no old element set to fill; on an
-    // empty vector it is Create(n, fill).
+    /// As Recreate(n, from), with every position that got no old element set to fill; on an
+    /// empty vector it is Create(n, fill).
     void Recreate(unsigned int n, unsigned int from, const T& fill);
-    // Frees the block; the vector is empty afterwards.
+    /// Frees the block; the vector is empty afterwards.
     CZRB_Vector& DeleteAll();
 
-    // The element block (null when empty).
+    /// The element block (null when empty).
     T* GetBuf() const { return m_pItems; }
-    // The number of elements.
+    /// The number of elements.
     unsigned int GetLength() const { return m_nLength; }
-    // The number of elements (an element count, not a truth value).
+    /// The number of elements (an element count, not a truth value).
     unsigned int operator!() const { return m_nLength; }
-    // Element i; i not below the size throws 5 (object = this). No other accessor checks.
+    /// Element i; i not below the size throws 5 (object = this). No other accessor checks.
     T& operator[](unsigned int i) const;
+    /// @}
 
-    // --- Assignment and copying ---
+    /// @name Assignment and copying
+    /// @{
 
-    // Copy of src (nothing happens on self-assignment).
+    /// Copy of src (nothing happens on self-assignment).
     CZRB_Vector& operator=(const CZRB_Vector& src);
-    // The list's items in order; the list's cursor is left on its last item.
+    /// The list's items in order; the list's cursor is left on its last item.
     CZRB_Vector& operator=(CZRB_List<T>& src);
-    // Copies up to n elements this[from...] to dst[to...]; stops silently at the end of the
-    // vector and never throws.
+    /// Copies up to n elements this[from...] to dst[to...]; stops silently at the end of the
+    /// vector and never throws.
     void CopyItemsTo(unsigned int to, T* dst, unsigned int from, unsigned int n);
-    // Copies src[from + k] to this[to + k], k < n. n = 0 does nothing; with grow non-zero
-    // the vector first grows to to + n; a destination end beyond the size throws 2 (object =
-    // this); a source running out throws 5 (object = &src), keeping what was copied.
+    /// Copies src[from + k] to this[to + k], k < n. n = 0 does nothing; with grow non-zero
+    /// the vector first grows to to + n; a destination end beyond the size throws 2 (object =
+    /// this); a source running out throws 5 (object = &src), keeping what was copied.
     CZRB_Vector& CopyItemsFrom(unsigned int to, CZRB_Vector& src, unsigned int from, unsigned int n,
                                unsigned char grow);
-    // As above from a plain array, without a source check.
+    /// As above from a plain array, without a source check.
     CZRB_Vector& CopyItemsFrom(unsigned int to, T* src, unsigned int from, unsigned int n,
                                unsigned char grow);
-    // As above, reading the list from its cursor onward and moving the cursor on after each
-    // item; a list without cursor throws 5 (object = &src); the copy ends early after the
-    // list's last item (remaining destination positions keep their values).
+    /// As above, reading the list from its cursor onward and moving the cursor on after each
+    /// item; a list without cursor throws 5 (object = &src); the copy ends early after the
+    /// list's last item (remaining destination positions keep their values).
     CZRB_Vector& CopyItemsFrom(unsigned int to, CZRB_List<T>& src, unsigned int n,
                                unsigned char grow);
-    // dst becomes n elements (n = 0 throws 9) holding this[from...] as far as available.
+    /// dst becomes n elements (n = 0 throws 9) holding this[from...] as far as available.
     void Extract(CZRB_Vector& dst, unsigned int from, unsigned int n);
-    // n elements with result[n-1-k] = this[from+k] while from + k is below the size: the
-    // available items reversed at the end of the result. n = 0 gives an empty vector.
+    /// n elements with result[n-1-k] = this[from+k] while from + k is below the size: the
+    /// available items reversed at the end of the result. n = 0 gives an empty vector.
     CZRB_Vector ExtractInvertVector(unsigned int from, unsigned int n);
+    /// @}
 
-    // --- Growth and insertion ---
+    /// @name Growth and insertion
+    /// @{
 
-    // Appends item (item may be one of the vector's own elements).
+    /// Appends item (item may be one of the vector's own elements).
     void AppendItem(const T& item) {
         if constexpr (std::is_arithmetic_v<T>) {
             if (m_nLength < m_nCapacity) {
@@ -123,114 +130,116 @@ public:
             ResizeFunction(m_nLength + 1, &item);
         }
     }
-    // Appends item; the same operation as AppendItem.
+    /// Appends item; the same operation as AppendItem.
     void operator+=(const T& item) { AppendItem(item); }
-    // Appends a copy of src's elements; an empty vector plus an empty vector throws 9.
+    /// Appends a copy of src's elements; an empty vector plus an empty vector throws 9.
     CZRB_Vector& AppendVector(CZRB_Vector& src);
-    // The same as AppendVector.
+    /// The same as AppendVector.
     CZRB_Vector& operator&=(CZRB_Vector& src);
-    // Appends the list's items read from its first item with Next(1) (cursor ends on the
-    // last item); an empty vector plus an empty list throws 9.
+    /// Appends the list's items read from its first item with Next(1) (cursor ends on the
+    /// last item); an empty vector plus an empty list throws 9.
     CZRB_Vector& AppendList(CZRB_List<T>& src);
-    // The same as AppendList.
+    /// The same as AppendList.
     CZRB_Vector& operator&=(CZRB_List<T>& src);
-    // Opens a gap of n at `at` without changing the size: this[i + n] = this[i] top down, the
-    // last n elements are lost and the gap keeps its old values. Throws 2 when at > size - 1
-    // in unsigned arithmetic (so an empty vector never throws here).
+    /// Opens a gap of n at `at` without changing the size: this[i + n] = this[i] top down, the
+    /// last n elements are lost and the gap keeps its old values. Throws 2 when at > size - 1
+    /// in unsigned arithmetic (so an empty vector never throws here).
     void DownShift(unsigned int at, unsigned int n);
-    // Closes a gap: this[i - n] = this[i] for i = at + n .. size - 1; the size stays and the
-    // last n positions keep their old values. at not below the size throws 2.
+    /// Closes a gap: this[i - n] = this[i] for i = at + n .. size - 1; the size stays and the
+    /// last n positions keep their old values. at not below the size throws 2.
     void UpShift(unsigned int at, unsigned int n);
-    // Optionally grows by n, opens a gap at `at` and fills it with src[from...] (count before
-    // source position). Throws as DownShift and CopyItemsFrom (5 with object = &src).
+    /// Optionally grows by n, opens a gap at `at` and fills it with src[from...] (count before
+    /// source position). Throws as DownShift and CopyItemsFrom (5 with object = &src).
     CZRB_Vector& InsertItems(unsigned int at, CZRB_Vector& src, unsigned int n, unsigned int from,
                              unsigned char grow);
-    // As above from a plain array.
+    /// As above from a plain array.
     CZRB_Vector& InsertItems(unsigned int at, T* src, unsigned int n, unsigned int from,
                              unsigned char grow);
-    // Optionally grows by n, opens a gap at `at` and writes value n times. Positions past the
-    // end (possible without grow) are not written.
+    /// Optionally grows by n, opens a gap at `at` and writes value n times. Positions past the
+    /// end (possible without grow) are not written.
     CZRB_Vector& InsertItems(unsigned int at, const T& value, unsigned int n, unsigned char grow);
-    // As above from the list's cursor onward (see CopyItemsFrom); returns a copy of the whole
-    // vector by value.
+    /// As above from the list's cursor onward (see CopyItemsFrom); returns a copy of the whole
+    /// vector by value.
     CZRB_Vector InsertItems(unsigned int at, CZRB_List<T>& src, unsigned int n, unsigned char grow);
-    // UpShift(at, n) (at not below the size throws 2); with shrink non-zero the size becomes
-    // at + max(0, size - at - n), otherwise the tail keeps duplicated old values.
+    /// UpShift(at, n) (at not below the size throws 2); with shrink non-zero the size becomes
+    /// at + max(0, size - at - n), otherwise the tail keeps duplicated old values.
     CZRB_Vector& DeleteItems(unsigned int at, unsigned int n, unsigned char shrink);
+    /// @}
 
-    // --- Filling, searching, reordering, comparing ---
+    /// @name Filling, searching, reordering, comparing
+    /// @{
 
-    // Sets every element to value.
+    /// Sets every element to value.
     CZRB_Vector& Fill(const T& value);
-    // Sets this[at .. at+n-1] to value; n = 0 does nothing; with grow non-zero the vector
-    // first grows to at + n; an end beyond the size throws 2.
+    /// Sets this[at .. at+n-1] to value; n = 0 does nothing; with grow non-zero the vector
+    /// first grows to at + n; an end beyond the size throws 2.
     CZRB_Vector& Fill(const T& value, unsigned int at, unsigned int n, unsigned char grow);
-    // First element equal to value at start or after: its position to *index and 1; else 0
-    // and *index unchanged. A start not below the size returns 0.
+    /// First element equal to value at start or after: its position to *index and 1; else 0
+    /// and *index unchanged. A start not below the size returns 0.
     unsigned char FindToEnd(const T& value, unsigned int* index, unsigned int start);
-    // First element equal to value at start or before (the nearest to start): its position to
-    // *index and 1; else 0. A start that is negative as a signed value returns 0; positions at
-    // or beyond the size hold nothing and are skipped.
+    /// First element equal to value at start or before (the nearest to start): its position to
+    /// *index and 1; else 0. A start that is negative as a signed value returns 0; positions at
+    /// or beyond the size hold nothing and are skipped.
     unsigned char FindToStart(const T& value, unsigned int* index, unsigned int start);
-    // Exchanges elements i and j. Kept as shipped: the check is "greater than the size"
-    // (throws 2); an index equal to the size names no element and throws 2 as well.
+    /// Exchanges elements i and j. Kept as shipped: the check is "greater than the size"
+    /// (throws 2); an index equal to the size names no element and throws 2 as well.
     void SwapItems(unsigned int i, unsigned int j);
-    // Reverses the whole vector.
+    /// Reverses the whole vector.
     CZRB_Vector& InvertItemsOrder();
-    // Reverses this[at .. at+n-1]; n < 2 does nothing; stops when at + k reaches the size; a
-    // partner position at or beyond the size throws 2.
+    /// Reverses this[at .. at+n-1]; n < 2 does nothing; stops when at + k reaches the size; a
+    /// partner position at or beyond the size throws 2.
     CZRB_Vector& InvertItemsOrder(unsigned int at, unsigned int n);
-    // Exchange sort over adjacent pairs: compare(later, earlier) positive with ascending 0, or
-    // negative with ascending non-zero, exchanges them; equal elements never move. Passes end
-    // after one without exchange, so the vector is returned sorted (ascending non-zero:
-    // smallest first). An empty vector throws 2.
+    /// Exchange sort over adjacent pairs: compare(later, earlier) positive with ascending 0, or
+    /// negative with ascending non-zero, exchanges them; equal elements never move. Passes end
+    /// after one without exchange, so the vector is returned sorted (ascending non-zero:
+    /// smallest first). An empty vector throws 2.
     void Sort(signed char (*compare)(const T&, const T&), unsigned char ascending);
-    // 1 when the sizes are equal and every element is equal in order.
+    /// 1 when the sizes are equal and every element is equal in order.
     unsigned char operator==(const CZRB_Vector& other) const;
-    // The negation of operator==.
+    /// The negation of operator==.
     unsigned char operator!=(const CZRB_Vector& other) const;
+    /// @}
 
 protected:
-    // Copy of src; nothing on self-copy; reallocates (size 0 included) when the sizes differ.
+    /// Copy of src; nothing on self-copy; reallocates (size 0 included) when the sizes differ.
     void DataCopy(const CZRB_Vector& src);
-    // The list's items in order, read from its first item with Next(1).
+    /// The list's items in order, read from its first item with Next(1).
     void DataCopy(CZRB_List<T>& src);
-    // Frees the block; the vector is empty afterwards.
+    /// Frees the block; the vector is empty afterwards.
     void DeleteBuffer();
 
-    // Raw room for `capacity` elements (null for 0); nothing is constructed in it.
+    /// Raw room for `capacity` elements (null for 0); nothing is constructed in it.
     static T* AllocateFunction(unsigned int capacity);
-    // Frees room made by AllocateFunction (null is ignored) once its elements are destroyed.
+    /// Frees room made by AllocateFunction (null is ignored) once its elements are destroyed.
     static void FreeFunction(T* block, unsigned int capacity);
-    // Makes block[from .. to-1] new elements (zero, or default-constructed), each then set to
-    // *fill when fill is given. On a throw the elements made are destroyed again.
+    /// Makes block[from .. to-1] new elements (zero, or default-constructed), each then set to
+    /// *fill when fill is given. On a throw the elements made are destroyed again.
     static void ConstructFunction(T* block, unsigned int from, unsigned int to, const T* fill);
-    // Makes block[at .. at+count-1] new elements set to source[0 .. count-1] (separate room).
+    /// Makes block[at .. at+count-1] new elements set to source[0 .. count-1] (separate room).
     static void ConstructCopiesFunction(T* block, unsigned int at, const T* source,
                                         unsigned int count);
-    // Destroys block[from .. to-1], the last first (nothing to do for arithmetic T).
+    /// Destroys block[from .. to-1], the last first (nothing to do for arithmetic T).
     static void DestroyFunction(T* block, unsigned int from, unsigned int to);
-    // Recreate's work; fill null leaves positions without old element new. Grows into the
-    // spare room when it can keep every element in place, else allocates exactly n.
+    /// Recreate's work; fill null leaves positions without old element new. Grows into the
+    /// spare room when it can keep every element in place, else allocates exactly n.
     void RecreateFunction(unsigned int n, unsigned int from, const T* fill);
-    // Recreate(n, 0[, *fill]) for the step-by-step paths: growing beyond the room allocates
-    // at least twice the room; shrinking stays in place while the spare room stays below
-    // the elements. fill may be one of the vector's own elements.
+    /// Recreate(n, 0[, *fill]) for the step-by-step paths: growing beyond the room allocates
+    /// at least twice the room; shrinking stays in place while the spare room stays below
+    /// the elements. fill may be one of the vector's own elements.
     void ResizeFunction(unsigned int n, const T* fill);
-    // Grows to `end` when grow is set and end is beyond the size; then throws 2 when end is
-    // beyond the size.
+    /// Grows to `end` when grow is set and end is beyond the size; then throws 2 when end is
+    /// beyond the size.
     void PrepareDestinationFunction(unsigned __int64 end, unsigned char grow);
-    // The first steps of every InsertItems: grows by n when grow is set, then DownShift.
+    /// The first steps of every InsertItems: grows by n when grow is set, then DownShift.
     void OpenGapFunction(unsigned int at, unsigned int n, unsigned char grow);
 
-    T* m_pItems;
-    unsigned int m_nLength;
-    // Elements the block has room for; 0 exactly when the block is null.
-    unsigned int m_nCapacity;
+    T* m_pItems;              ///< the element block; null when empty
+    unsigned int m_nLength;   ///< the number of elements
+    unsigned int m_nCapacity; ///< elements the block has room for; 0 exactly when it is null
 
 private:
-    // Room being filled for the vector: its elements are destroyed and the room freed unless
-    // the vector takes it over with AdoptFunction.
+    /// Room being filled for the vector: its elements are destroyed and the room freed unless
+    /// the vector takes it over with AdoptFunction.
     class CNewBlock {
     public:
         explicit CNewBlock(unsigned int capacity)
@@ -241,12 +250,12 @@ private:
             DestroyFunction(items, 0, length);
             FreeFunction(items, capacity);
         }
-        // Appends copies of source[0 .. count-1].
+        /// Appends copies of source[0 .. count-1].
         void Append(const T* source, unsigned int count) {
             ConstructCopiesFunction(items, length, source, count);
             length += count;
         }
-        // New elements up to n, each set to *fill when given.
+        /// New elements up to n, each set to *fill when given.
         void Extend(unsigned int n, const T* fill) {
             ConstructFunction(items, length, n, fill);
             length = n;
@@ -257,7 +266,7 @@ private:
         unsigned int length;
     };
 
-    // Destroys the elements, frees the block and takes over the new one.
+    /// Destroys the elements, frees the block and takes over the new one.
     void AdoptFunction(CNewBlock& block);
 };
 

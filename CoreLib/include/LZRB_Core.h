@@ -1,4 +1,5 @@
-// LZRB_Core: includes every public header of the library.
+/// @file
+/// LZRB_Core: includes every public header of the library.
 #ifndef LZRB_CORE_H
 #define LZRB_CORE_H
 
