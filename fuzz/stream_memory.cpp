@@ -28,21 +28,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FUZZ_CHECK(stream->GetBlockCount() == (bytes.empty() ? 0 : bytes.size() / blockSize + 1));
     stream->ToStart();
 
-    // Rewinding and copying cost a full pass or a full copy: three of each at most.
-    RecordReader reader(bytes);
-    unsigned int stepsAtEnd = 0, rewinds = 0, copies = 0;
-    for (std::size_t step = 0; step < 256 && stepsAtEnd < 2; ++step) {
-        const unsigned int kind =
-            static_cast<unsigned char>(script[step % script.size()]) % STEP_KINDS;
-        if (kind == REWIND && ++rewinds <= 3) {
-            stream->ToStart();
-            reader.Rewound();
-        } else if (kind == CONTINUE_ON_COPY && ++copies <= 3) {
-            stream = std::make_unique<CZRB_MemoryBuffer>(*stream);
-        } else if (kind < REWIND) {
-            reader.Read(*stream, kind);
-        }
-        stepsAtEnd = reader.Offset() >= bytes.size() ? stepsAtEnd + 1 : 0;
-    }
+    PlayScript(stream, bytes, script);
     return 0;
 }

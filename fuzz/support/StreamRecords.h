@@ -14,8 +14,10 @@
 #include "CZRB_Time.h"
 #include "FuzzSupport.h"
 
-// The kinds of step a script byte (modulo STEP_KINDS) selects. The stream targets perform the
-// last two themselves, since rewinding and copying depend on the stream class.
+#include <memory>
+#include <string>
+
+// The kinds of step a script byte (modulo STEP_KINDS) selects; PlayScript performs them.
 enum t_Step {
     READ_STRING,
     READ_DATE,
@@ -196,5 +198,28 @@ private:
     const std::string& m_bytes;
     std::size_t m_offset = 0;
 };
+
+// Plays `script` over a stream holding `bytes`, positioned at its start: reads records,
+// rewinds and continues on copies, each read checked by a RecordReader. Rewinding and copying
+// cost a full pass or a full copy: three of each at most.
+template <class Stream>
+void PlayScript(std::unique_ptr<Stream>& stream, const std::string& bytes,
+                const std::string& script) {
+    RecordReader reader(bytes);
+    unsigned int stepsAtEnd = 0, rewinds = 0, copies = 0;
+    for (std::size_t step = 0; step < 256 && stepsAtEnd < 2; ++step) {
+        const unsigned int kind =
+            static_cast<unsigned char>(script[step % script.size()]) % STEP_KINDS;
+        if (kind == REWIND && ++rewinds <= 3) {
+            stream->ToStart();
+            reader.Rewound();
+        } else if (kind == CONTINUE_ON_COPY && ++copies <= 3) {
+            stream = std::make_unique<Stream>(*stream);
+        } else if (kind < REWIND) {
+            reader.Read(*stream, kind);
+        }
+        stepsAtEnd = reader.Offset() >= bytes.size() ? stepsAtEnd + 1 : 0;
+    }
+}
 
 #endif

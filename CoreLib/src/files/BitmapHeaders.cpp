@@ -13,16 +13,6 @@ const unsigned int kCoreHeaderSize = 12;
 const unsigned int kInfoHeaderSize = 40;
 const unsigned int kMasksOffset = kFileHeaderSize + kInfoHeaderSize;
 
-unsigned int Le32(const unsigned char* bytes) {
-    return ZRB::Uint32FromBuf(bytes, ZRB::BYTE_ORDER_LITTLE_ENDIAN);
-}
-int LeInt32(const unsigned char* bytes) {
-    return ZRB::Int32FromBuf(bytes, ZRB::BYTE_ORDER_LITTLE_ENDIAN);
-}
-unsigned short Le16(const unsigned char* bytes) {
-    return ZRB::Uint16FromBuf(bytes, ZRB::BYTE_ORDER_LITTLE_ENDIAN);
-}
-
 bool IsKnownHeaderSize(unsigned int size) {
     switch (size) {
     case 12:

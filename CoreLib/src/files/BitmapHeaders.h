@@ -4,8 +4,20 @@
 #define LZRB_BITMAP_HEADERS_H
 
 #include "CZRB_BitmapDecoder.h"
+#include "ZRB.h"
 
 namespace ZRB_Bitmap {
+
+// Little-endian fields of the file, as every BMP stores them.
+inline unsigned int Le32(const unsigned char* bytes) {
+    return ZRB::Uint32FromBuf(bytes, ZRB::BYTE_ORDER_LITTLE_ENDIAN);
+}
+inline int LeInt32(const unsigned char* bytes) {
+    return ZRB::Int32FromBuf(bytes, ZRB::BYTE_ORDER_LITTLE_ENDIAN);
+}
+inline unsigned short Le16(const unsigned char* bytes) {
+    return ZRB::Uint16FromBuf(bytes, ZRB::BYTE_ORDER_LITTLE_ENDIAN);
+}
 
 // The bytes at the start of a file that hold everything ReadHeaders looks at: the file
 // header, the largest info header and a full colour table (masks behind a 40-byte header

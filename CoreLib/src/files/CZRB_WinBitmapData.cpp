@@ -2,10 +2,15 @@
 
 #include "CZRB_Exception.h"
 #include "CZRB_File.h"
+#include "files/BitmapHeaders.h"
 
 #include <cstring>
 
 namespace {
+
+using ZRB_Bitmap::Le16;
+using ZRB_Bitmap::Le32;
+using ZRB_Bitmap::LeInt32;
 
 const unsigned int kFileHeaderSize = 14;
 const unsigned int kMinimumFileSize = 18;
@@ -29,16 +34,6 @@ int WrapMul(int a, int b) {
 // The bit length of one row: bit count * width, wrapping.
 int RowBits(const CZRB_WinBitmapData::SInfoHeader& header) {
     return WrapMul(header.biBitCount, header.biWidth);
-}
-
-unsigned int Le32(const unsigned char* bytes) {
-    return ZRB::Uint32FromBuf(bytes, ZRB::BYTE_ORDER_LITTLE_ENDIAN);
-}
-int LeInt32(const unsigned char* bytes) {
-    return ZRB::Int32FromBuf(bytes, ZRB::BYTE_ORDER_LITTLE_ENDIAN);
-}
-unsigned short Le16(const unsigned char* bytes) {
-    return ZRB::Uint16FromBuf(bytes, ZRB::BYTE_ORDER_LITTLE_ENDIAN);
 }
 
 } // namespace
