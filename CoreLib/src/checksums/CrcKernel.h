@@ -33,6 +33,20 @@ enum t_Fold : int {
     FOLD_COUNT
 };
 
+// The portable kernel's tables (see CrcSliced.cpp), entries in the byte form of its register:
+// eight byte tables for single 8-byte steps, and those of the interleaved streams.
+struct alignas(64) t_PortableTables32 { // 28 KiB
+    unsigned int bytes[8][256];
+    // Bits 0-10, 11-21 and 22-31 of a 4-byte step.
+    unsigned int pieceLow[2048];
+    unsigned int pieceMiddle[2048];
+    unsigned int pieceHigh[1024];
+};
+struct alignas(64) t_PortableTables64 { // 32 KiB
+    unsigned __int64 bytes[8][256];
+    unsigned __int64 far[8][256]; // a byte per lookup, as in `bytes`
+};
+
 // What the fast kernels need of one configuration, derived once when it is made.
 //
 // The carry-less kernels compute the CRC of the polynomial scaled to 64 bits,
@@ -54,10 +68,10 @@ struct t_Plan {
     // term, in the form of the input.
     unsigned __int64 quotient = 0;
     unsigned __int64 polynomial = 0;
-    // The portable kernel's lookup tables (see CrcSliced.cpp), built only while that kernel is
-    // the one in use: 32-bit entries up to width 32, 64-bit entries for width 64.
-    std::unique_ptr<unsigned int[][256]> tables32;
-    std::unique_ptr<unsigned __int64[][256]> tables64;
+    // The portable kernel's lookup tables, built only while that kernel is the one in use:
+    // 32-bit entries up to width 32, 64-bit entries for width 64.
+    std::unique_ptr<t_PortableTables32> tables32;
+    std::unique_ptr<t_PortableTables64> tables64;
 };
 
 // Derives the plan of a table-driven configuration (width 8, 16, 32 or 64; only the low width

@@ -1,17 +1,23 @@
-// The portable kernel: one table lookup per byte, eight bytes a step, three steps in flight.
+// The portable kernel: table lookups in interleaved streams.
 //
 // Every CRC runs here in one form, whatever its width and bit order: the register is held as
 // the bytes it is XORed into, the first of them in the low eight bits of the word (its "byte
 // form"). For a reflected CRC that is its bit-reversed register as it stands; an unreflected
 // one is moved to the top of the word and byte-swapped. A byte then always moves the register
 // eight bits down, and words are assembled from memory lowest byte first, so the same code
-// serves both bit orders on a machine of either byte order.
+// serves both bit orders on a machine of either byte order. In byte form a register at some
+// point of the buffer is also the same as a zero register with its bytes XORed into the data
+// that follow: that is how a register enters a stream and how streams are joined.
 //
-// Buffers of two groups (48 bytes) and more run as three interleaved streams: stream k takes
-// the 8-byte blocks k, k + 3, k + 6, ... of the buffer. A block's bytes go through tables that
-// carry them 24 bytes on, to the start of the stream's next block, so the three registers
-// never wait for each other. In the last group the three registers join into one, which takes
-// what remains a block at a time, then byte by byte.
+// Long buffers run as interleaved streams, stream k taking the steps k, k + n, k + 2n, ... of
+// the buffer (n streams). A step's contribution goes through tables that carry it on to the
+// start of the same stream's next step, so the registers never wait for each other:
+// - up to 32 bits, six streams of 4-byte steps; a step's 32 bits are looked up as three
+//   pieces of 11, 11 and 10 bits (20 KiB of tables): three lookups for four bytes;
+// - 64 bits, three streams of 8-byte steps, a lookup per byte (wider pieces would need tables
+//   beyond the first-level cache).
+// The last group of steps joins the streams into one register, which takes the rest in
+// single 8-byte steps (eight byte tables), then byte by byte. Short buffers only take these.
 #include "checksums/CrcKernel.h"
 
 #include <cstddef>
@@ -19,36 +25,29 @@
 namespace ZRB_CrcKernel {
 namespace {
 
-// The shape of the interleaved steps for each register width: `bytes` per step, of which the
-// first `fromWords` are taken out of 32-bit words (those the register covers among them) and
-// the rest index their tables straight from memory; `streams` steps in flight.
-template <typename Word>
-struct Shape;
-template <>
-struct Shape<unsigned int> {
-    static constexpr unsigned int bytes = 8;
-    static constexpr unsigned int fromWords = 4;
-    static constexpr unsigned int streams = 3;
-};
-template <>
-struct Shape<unsigned __int64> {
-    static constexpr unsigned int bytes = 8;
-    static constexpr unsigned int fromWords = 8;
-    static constexpr unsigned int streams = 3;
-};
-// Single steps (the start of a short buffer, the end of every buffer) are 8 bytes.
+// Single steps are 8 bytes; byte j of one looks up byte table 7 - j, which holds the byte
+// followed by 7 - j zero bytes (carried to the end of the step).
 constexpr unsigned int kNearBytes = 8;
 
-// The tables: kNearBytes "near" ones, then Shape::bytes "far" ones, 256 entries each. Byte j of
-// a step of n bytes looks up table n - 1 - j of its set: near table t holds the byte followed by
-// t zero bytes (carried to the end of its step), far table t the byte followed by
-// t + (streams - 1) * bytes zero bytes (carried on to the same stream's next step).
+// The interleaved steps of each register width.
 template <typename Word>
-using TableSet = const Word (*)[256];
+struct Streams;
+template <>
+struct Streams<unsigned int> {
+    static constexpr unsigned int count = 6;
+    static constexpr unsigned int stepBytes = 4;
+};
+template <>
+struct Streams<unsigned __int64> {
+    static constexpr unsigned int count = 3;
+    static constexpr unsigned int stepBytes = 8;
+};
 
+// Bytes of one step of every stream.
 template <typename Word>
-constexpr unsigned int TableCount() {
-    return kNearBytes + Shape<Word>::bytes;
+constexpr unsigned int GroupBytes() {
+    using S = Streams<Word>;
+    return S::count * S::stepBytes;
 }
 
 template <typename Word>
@@ -72,7 +71,7 @@ inline Word LoadLowFirst(const unsigned char* p) {
     return v;
 }
 
-// One byte through the register in byte form; `t0` is near table 0.
+// One byte through the register in byte form; `t0` is byte table 0.
 template <typename Word>
 inline Word ByteStep(const Word* t0, Word m, unsigned char byte) {
     return static_cast<Word>((m >> 8) ^ t0[(m ^ byte) & 0xFF]);
@@ -80,41 +79,41 @@ inline Word ByteStep(const Word* t0, Word m, unsigned char byte) {
 
 // Bytes j .. j + 3 of a step of Bytes bytes, held in x lowest first.
 template <unsigned int Bytes, typename Word>
-__attribute__((always_inline)) inline Word FourBytes(TableSet<Word> set, unsigned int j,
+__attribute__((always_inline)) inline Word FourBytes(const Word (*tables)[256], unsigned int j,
                                                      unsigned int x) {
-    Word r = set[Bytes - 1 - j][x & 0xFF];
-    r ^= set[Bytes - 2 - j][(x >> 8) & 0xFF];
+    Word r = tables[Bytes - 1 - j][x & 0xFF];
+    r ^= tables[Bytes - 2 - j][(x >> 8) & 0xFF];
     x >>= 16;
-    r ^= set[Bytes - 3 - j][x & 0xFF];
-    r ^= set[Bytes - 4 - j][x >> 8];
+    r ^= tables[Bytes - 3 - j][x & 0xFF];
+    r ^= tables[Bytes - 4 - j][x >> 8];
     return r;
 }
 
-// One step of Bytes bytes at p through the register m. Indexing a table straight from memory
-// costs fewer instructions than taking the byte out of a word, but more loads: the mix is
-// chosen per width (Shape).
-template <unsigned int Bytes, unsigned int FromWords, typename Word>
-__attribute__((always_inline)) inline Word Step(TableSet<Word> set, Word m,
+// One step of Bytes bytes at p through the register m, byte j through table Bytes - 1 - j.
+// The bytes the register does not cover index their tables straight from memory, which costs
+// fewer instructions than taking them out of a word.
+template <unsigned int Bytes, typename Word>
+__attribute__((always_inline)) inline Word Step(const Word (*tables)[256], Word m,
                                                 const unsigned char* p) {
     Word r = 0;
-#pragma GCC unroll 16
-    for (unsigned int j = FromWords; j < Bytes; ++j) {
-        r ^= set[Bytes - 1 - j][p[j]];
+#pragma GCC unroll 8
+    for (unsigned int j = sizeof(Word); j < Bytes; ++j) {
+        r ^= tables[Bytes - 1 - j][p[j]];
     }
-#pragma GCC unroll 4
-    for (unsigned int j = 0; j < FromWords; j += 4) {
-        const unsigned int covered =
-            j < sizeof(Word) ? static_cast<unsigned int>(m >> (8 * j)) : 0U;
-        r ^= FourBytes<Bytes>(set, j, LoadLowFirst<unsigned int>(p + j) ^ covered);
+    const auto low = static_cast<unsigned int>(m & 0xFFFFFFFFU);
+    r ^= FourBytes<Bytes>(tables, 0, LoadLowFirst<unsigned int>(p) ^ low);
+    if constexpr (sizeof(Word) == 8) {
+        const auto high = static_cast<unsigned int>(m >> 32);
+        r ^= FourBytes<Bytes>(tables, 4, LoadLowFirst<unsigned int>(p + 4) ^ high);
     }
     return r;
 }
 
 // Single steps over `length` bytes, then the bytes left one by one.
 template <typename Word>
-Word RunNear(TableSet<Word> tables, Word m, const unsigned char* p, unsigned __int64 length) {
+Word RunSingle(const Word (*tables)[256], Word m, const unsigned char* p, unsigned __int64 length) {
     for (; length >= kNearBytes; length -= kNearBytes, p += kNearBytes) {
-        m = Step<kNearBytes, sizeof(Word)>(tables, m, p);
+        m = Step<kNearBytes>(tables, m, p);
     }
     for (; length > 0; --length, ++p) {
         m = ByteStep(tables[0], m, *p);
@@ -122,30 +121,45 @@ Word RunNear(TableSet<Word> tables, Word m, const unsigned char* p, unsigned __i
     return m;
 }
 
-template <typename Word>
-Word RunBlocks(TableSet<Word> tables, Word m, const unsigned char* p, unsigned __int64 length) {
-    using S = Shape<Word>;
-    constexpr unsigned int group = S::bytes * S::streams;
+// One interleaved step of stream register m at p.
+inline unsigned int StreamStep(const t_PortableTables32& t, unsigned int m,
+                               const unsigned char* p) {
+    const unsigned int x = LoadLowFirst<unsigned int>(p) ^ m;
+    return t.pieceLow[x & 0x7FF] ^ t.pieceMiddle[(x >> 11) & 0x7FF] ^ t.pieceHigh[x >> 22];
+}
+
+inline unsigned __int64 StreamStep(const t_PortableTables64& t, unsigned __int64 m,
+                                   const unsigned char* p) {
+    return Step<Streams<unsigned __int64>::stepBytes>(t.far, m, p);
+}
+
+// The register after `length` bytes from m, through tables `t` (t_PortableTables32 or 64).
+template <typename Word, typename Tables>
+Word RunTables(const Tables& t, Word m, const unsigned char* p, unsigned __int64 length) {
+    using S = Streams<Word>;
+    constexpr unsigned int group = GroupBytes<Word>();
     if (length >= 2 * group) {
-        const TableSet<Word> far = tables + kNearBytes;
-        Word streams[S::streams] = {m};
+        Word registers[S::count] = {m};
         do {
-#pragma GCC unroll 4
-            for (unsigned int k = 0; k < S::streams; ++k) {
-                streams[k] = Step<S::bytes, S::fromWords>(far, streams[k], p + k * S::bytes);
+#pragma GCC unroll 8
+            for (unsigned int k = 0; k < S::count; ++k) {
+                registers[k] = StreamStep(t, registers[k], p + k * S::stepBytes);
             }
             p += group;
             length -= group;
         } while (length >= 2 * group);
-        // The streams' registers are what they add to the first bytes of their next steps.
-        m = streams[0];
-        for (unsigned int k = 1; k < S::streams; ++k) {
-            m = static_cast<Word>(RunNear(tables, m, p, S::bytes) ^ streams[k]);
-            p += S::bytes;
-            length -= S::bytes;
+        // The registers go into the bytes of the next group, which one register then takes.
+        unsigned char joined[group];
+        for (unsigned int i = 0; i < group; ++i) {
+            const Word reg = registers[i / S::stepBytes];
+            const unsigned int shift = 8 * (i % S::stepBytes);
+            joined[i] = static_cast<unsigned char>(p[i] ^ ((reg >> shift) & 0xFF));
         }
+        m = RunSingle(t.bytes, Word{0}, joined, group);
+        p += group;
+        length -= group;
     }
-    return RunNear(tables, m, p, length);
+    return RunSingle(t.bytes, m, p, length);
 }
 
 // The kernels' form of a register (see KernelForm) to byte form and back.
@@ -165,8 +179,21 @@ unsigned __int64 FromByteForm(const t_Plan& plan, Word m) {
     return ByteSwap(m) >> (sizeof(Word) * 8 - plan.width);
 }
 
-// Table 0 of the near set: the register, in byte form, after byte b from a zero register.
-// It is linear in b, so only its eight one-bit entries are stepped bit by bit.
+// Every table is linear in its index, so it is built from its one-bit entries: entry i is the
+// XOR of the entries of i's set bits. Each one-bit entry doubles the part filled so far.
+template <typename Word>
+void FillFromBits(Word* table, unsigned int size) {
+    table[0] = 0;
+    for (unsigned int bit = 1; bit < size; bit <<= 1) {
+        const Word top = table[bit];
+#pragma GCC unroll 4
+        for (unsigned int i = 1; i < bit; ++i) {
+            table[bit + i] = static_cast<Word>(top ^ table[i]);
+        }
+    }
+}
+
+// Byte table 0: the register, in byte form, after byte b from a zero register.
 template <typename Word>
 void FillFirstTable(Word* t0, unsigned int width, unsigned __int64 polynomial, bool reflected) {
     constexpr unsigned int bits = sizeof(Word) * 8;
@@ -183,57 +210,64 @@ void FillFirstTable(Word* t0, unsigned int width, unsigned __int64 polynomial, b
         }
         t0[bit] = reflected ? r : ByteSwap(r);
     }
+    FillFromBits(t0, 256);
 }
 
-// Fills a table whose one-bit entries are set: every other entry is an XOR of two smaller.
+// The one-bit entries of every distance a table needs: carried[d][k] is the register after
+// the byte 1 << k followed by d zero bytes.
 template <typename Word>
-void FillFromBits(Word* table) {
-    table[0] = 0;
-    for (unsigned int i = 3; i < 256; ++i) {
-        const unsigned int lowest = i & (0U - i);
-        table[i] = static_cast<Word>(table[lowest] ^ table[i ^ lowest]);
-    }
-}
+struct CarriedBits {
+    static_assert(GroupBytes<Word>() >= kNearBytes, "the streams reach further than a step");
+    Word carried[GroupBytes<Word>()][8];
 
-// All tables. The one-bit entries of each distance come from those of the distance before
-// through one zero byte; only the tables in use are filled.
-template <typename Word>
-std::unique_ptr<Word[][256]> MakeTables(unsigned int width, unsigned __int64 polynomial,
-                                        bool reflected) {
-    using S = Shape<Word>;
-    constexpr unsigned int farStart = (S::streams - 1) * S::bytes;
-    std::unique_ptr<Word[][256]> tables(new Word[TableCount<Word>()][256]);
-    Word* t0 = tables[0];
-    FillFirstTable(t0, width, polynomial, reflected);
-    FillFromBits(t0);
-    Word bitEntries[8];
-    for (unsigned int k = 0; k < 8; ++k) {
-        bitEntries[k] = t0[1U << k];
-    }
-    for (unsigned int distance = 1; distance < farStart + S::bytes; ++distance) {
-        for (Word& entry : bitEntries) {
-            entry = ByteStep(t0, entry, 0);
-        }
-        Word* table = nullptr;
-        if (distance < kNearBytes) {
-            table = tables[distance];
-        } else if (distance >= farStart) {
-            table = tables[kNearBytes + distance - farStart];
-        } else {
-            continue;
-        }
+    explicit CarriedBits(const Word* t0) {
         for (unsigned int k = 0; k < 8; ++k) {
-            table[1U << k] = bitEntries[k];
+            carried[0][k] = t0[1U << k];
         }
-        FillFromBits(table);
+        for (unsigned int d = 1; d < GroupBytes<Word>(); ++d) {
+            for (unsigned int k = 0; k < 8; ++k) {
+                carried[d][k] = ByteStep(t0, carried[d - 1][k], 0);
+            }
+        }
     }
-    return tables;
+
+    // The table of `bits` bits of a step, from bit `first` on (bit 8j + k is bit k of byte j),
+    // carried to `reach` bytes after the start of the step.
+    void Fill(Word* table, unsigned int first, unsigned int bits, unsigned int reach) const {
+        for (unsigned int b = 0; b < bits; ++b) {
+            const unsigned int bit = first + b;
+            table[1U << b] = carried[reach - 1 - bit / 8][bit % 8];
+        }
+        FillFromBits(table, 1U << bits);
+    }
+};
+
+template <typename Tables, typename Word>
+std::unique_ptr<Tables> MakeTables(unsigned int width, unsigned __int64 polynomial,
+                                   bool reflected) {
+    std::unique_ptr<Tables> t(new Tables); // every entry is filled below
+    FillFirstTable<Word>(t->bytes[0], width, polynomial, reflected);
+    const CarriedBits<Word> bits(t->bytes[0]);
+    for (unsigned int j = 0; j + 1 < kNearBytes; ++j) {
+        bits.Fill(t->bytes[7 - j], 8 * j, 8, kNearBytes);
+    }
+    constexpr unsigned int reach = GroupBytes<Word>();
+    if constexpr (sizeof(Word) == 4) {
+        bits.Fill(t->pieceLow, 0, 11, reach);
+        bits.Fill(t->pieceMiddle, 11, 11, reach);
+        bits.Fill(t->pieceHigh, 22, 10, reach);
+    } else {
+        for (unsigned int j = 0; j < 8; ++j) {
+            bits.Fill(t->far[7 - j], 8 * j, 8, reach);
+        }
+    }
+    return t;
 }
 
-template <typename Word>
-unsigned __int64 Run(const t_Plan& plan, TableSet<Word> tables, unsigned __int64 state,
+template <typename Word, typename Tables>
+unsigned __int64 Run(const t_Plan& plan, const Tables& tables, unsigned __int64 state,
                      const unsigned char* data, unsigned __int64 length) {
-    const Word m = RunBlocks(tables, ToByteForm<Word>(plan, state), data, length);
+    const Word m = RunTables(tables, ToByteForm<Word>(plan, state), data, length);
     return FromByteForm(plan, m);
 }
 
@@ -241,18 +275,20 @@ unsigned __int64 Run(const t_Plan& plan, TableSet<Word> tables, unsigned __int64
 
 void BuildSlices(t_Plan& plan, unsigned __int64 polynomial) {
     if (plan.width > 32) {
-        plan.tables64 = MakeTables<unsigned __int64>(plan.width, polynomial, plan.reflected);
+        plan.tables64 = MakeTables<t_PortableTables64, unsigned __int64>(plan.width, polynomial,
+                                                                         plan.reflected);
     } else {
-        plan.tables32 = MakeTables<unsigned int>(plan.width, polynomial, plan.reflected);
+        plan.tables32 =
+            MakeTables<t_PortableTables32, unsigned int>(plan.width, polynomial, plan.reflected);
     }
 }
 
 unsigned __int64 RunSliced(const t_Plan& plan, unsigned __int64 state, const unsigned char* data,
                            unsigned __int64 length) {
     if (plan.tables64) {
-        return Run<unsigned __int64>(plan, plan.tables64.get(), state, data, length);
+        return Run<unsigned __int64>(plan, *plan.tables64, state, data, length);
     }
-    return Run<unsigned int>(plan, plan.tables32.get(), state, data, length);
+    return Run<unsigned int>(plan, *plan.tables32, state, data, length);
 }
 
 } // namespace ZRB_CrcKernel
