@@ -14,8 +14,9 @@
 // start of the same stream's next step, so the registers never wait for each other:
 // - up to 32 bits, six streams of 4-byte steps; a step's 32 bits are looked up as three
 //   pieces of 11, 11 and 10 bits (20 KiB of tables): three lookups for four bytes;
-// - 64 bits, three streams of 8-byte steps, a lookup per byte (wider pieces would need tables
-//   beyond the first-level cache).
+// - 64 bits, three streams of 12-byte steps, a lookup per byte (pieces wider than a byte
+//   would need tables beyond the first-level cache); the four bytes beyond the register
+//   index their tables straight from memory.
 // The last group of steps joins the streams into one register, which takes the rest in
 // single 8-byte steps (eight byte tables), then byte by byte. Short buffers only take these.
 #include "checksums/CrcKernel.h"
@@ -40,7 +41,7 @@ struct Streams<unsigned int> {
 template <>
 struct Streams<unsigned __int64> {
     static constexpr unsigned int count = 3;
-    static constexpr unsigned int stepBytes = 8;
+    static constexpr unsigned int stepBytes = 12;
 };
 
 // Bytes of one step of every stream.
@@ -151,9 +152,10 @@ Word RunTables(const Tables& t, Word m, const unsigned char* p, unsigned __int64
         // The registers go into the bytes of the next group, which one register then takes.
         unsigned char joined[group];
         for (unsigned int i = 0; i < group; ++i) {
+            const unsigned int at = i % S::stepBytes; // a step may reach beyond its register
             const Word reg = registers[i / S::stepBytes];
-            const unsigned int shift = 8 * (i % S::stepBytes);
-            joined[i] = static_cast<unsigned char>(p[i] ^ ((reg >> shift) & 0xFF));
+            const Word covered = at < sizeof(Word) ? static_cast<Word>(reg >> (8 * at)) : 0;
+            joined[i] = static_cast<unsigned char>(p[i] ^ (covered & 0xFF));
         }
         m = RunSingle(t.bytes, Word{0}, joined, group);
         p += group;
@@ -257,8 +259,10 @@ std::unique_ptr<Tables> MakeTables(unsigned int width, unsigned __int64 polynomi
         bits.Fill(t->pieceMiddle, 11, 11, reach);
         bits.Fill(t->pieceHigh, 22, 10, reach);
     } else {
-        for (unsigned int j = 0; j < 8; ++j) {
-            bits.Fill(t->far[7 - j], 8 * j, 8, reach);
+        constexpr unsigned int step = Streams<Word>::stepBytes;
+        static_assert(sizeof(t->far) == sizeof(t->far[0]) * step, "a far table per byte");
+        for (unsigned int j = 0; j < step; ++j) {
+            bits.Fill(t->far[step - 1 - j], 8 * j, 8, reach);
         }
     }
     return t;
