@@ -22,6 +22,7 @@
 #include "checksums/CrcKernel.h"
 
 #include <cstddef>
+#include <cstring>
 
 namespace ZRB_CrcKernel {
 namespace {
@@ -151,11 +152,12 @@ Word RunTables(const Tables& t, Word m, const unsigned char* p, unsigned __int64
         } while (length >= 2 * group);
         // The registers go into the bytes of the next group, which one register then takes.
         unsigned char joined[group];
-        for (unsigned int i = 0; i < group; ++i) {
-            const unsigned int at = i % S::stepBytes; // a step may reach beyond its register
-            const Word reg = registers[i / S::stepBytes];
-            const Word covered = at < sizeof(Word) ? static_cast<Word>(reg >> (8 * at)) : 0;
-            joined[i] = static_cast<unsigned char>(p[i] ^ (covered & 0xFF));
+        std::memcpy(joined, p, group);
+        for (unsigned int k = 0; k < S::count; ++k) {
+            unsigned char* step = joined + k * S::stepBytes;
+            for (unsigned int i = 0; i < sizeof(Word); ++i) {
+                step[i] = static_cast<unsigned char>(step[i] ^ ((registers[k] >> (8 * i)) & 0xFF));
+            }
         }
         m = RunSingle(t.bytes, Word{0}, joined, group);
         p += group;
