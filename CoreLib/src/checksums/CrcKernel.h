@@ -5,9 +5,9 @@
 // kernel runs is chosen per call (CrcPath.h):
 // - carry-less multiplication (SSE4.1, AVX2 or AVX-512 with VPCLMULQDQ) folds 16-byte lanes of
 //   buffers of 16 bytes and more, for any polynomial, scaled up to 64 bits;
-// - the portable kernel runs its own lookup tables, eight bytes a step in three interleaved
-//   streams, where a configuration built them, else the byte-at-a-time loop over the engine's
-//   own table. Short buffers take this path as well.
+// - the portable kernel runs its own lookup tables in interleaved streams where a
+//   configuration built them, else the byte-at-a-time loop over the engine's own table.
+//   Short buffers take this path as well.
 #ifndef LZRB_CRC_KERNEL_H
 #define LZRB_CRC_KERNEL_H
 

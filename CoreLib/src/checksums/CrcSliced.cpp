@@ -9,16 +9,17 @@
 // point of the buffer is also the same as a zero register with its bytes XORed into the data
 // that follow: that is how a register enters a stream and how streams are joined.
 //
-// Long buffers run as interleaved streams, stream k taking the steps k, k + n, k + 2n, ... of
-// the buffer (n streams). A step's contribution goes through tables that carry it on to the
-// start of the same stream's next step, so the registers never wait for each other:
+// Buffers of 128 bytes and more run as interleaved streams, stream k taking the steps k,
+// k + n, k + 2n, ... of the buffer (n streams). A step's contribution goes through tables that
+// carry it on to the start of the same stream's next step, so the registers never wait for each
+// other:
 // - up to 32 bits, six streams of 4-byte steps; a step's 32 bits are looked up as three
 //   pieces of 11, 11 and 10 bits (20 KiB of tables): three lookups for four bytes;
 // - 64 bits, three streams of 12-byte steps, a lookup per byte (pieces wider than a byte
 //   would need tables beyond the first-level cache); the four bytes beyond the register
 //   index their tables straight from memory.
 // The last group of steps joins the streams into one register, which takes the rest in
-// single 8-byte steps (eight byte tables), then byte by byte. Short buffers only take these.
+// single 8-byte steps (eight byte tables), then byte by byte. Shorter buffers only take these.
 #include "checksums/CrcKernel.h"
 
 #include <cstddef>
@@ -52,6 +53,10 @@ constexpr unsigned int GroupBytes() {
     return S::count * S::stepBytes;
 }
 
+// Below this length single steps are faster: the streams' last group is run as single steps
+// anyway, and starting them costs a group's worth of work.
+constexpr unsigned int kStreamMinimum = 128;
+
 template <typename Word>
 inline Word ByteSwap(Word v) {
     if constexpr (sizeof(Word) == 8) {
@@ -71,6 +76,16 @@ inline Word LoadLowFirst(const unsigned char* p) {
         v |= static_cast<Word>(static_cast<Word>(p[i]) << (8 * i));
     }
     return v;
+}
+
+// The bytes of v to p, lowest first: a single store where words are kept that way, so that
+// the word loads that read them back get them straight from the store.
+template <typename Word>
+inline void StoreLowFirst(unsigned char* p, Word v) {
+#pragma GCC unroll 8
+    for (unsigned int i = 0; i < sizeof(Word); ++i) {
+        p[i] = static_cast<unsigned char>((v >> (8 * i)) & 0xFF);
+    }
 }
 
 // One byte through the register in byte form; `t0` is byte table 0.
@@ -140,7 +155,8 @@ template <typename Word, typename Tables>
 Word RunTables(const Tables& t, Word m, const unsigned char* p, unsigned __int64 length) {
     using S = Streams<Word>;
     constexpr unsigned int group = GroupBytes<Word>();
-    if (length >= 2 * group) {
+    static_assert(kStreamMinimum >= 2 * group, "the streams need two groups");
+    if (length >= kStreamMinimum) {
         Word registers[S::count] = {m};
         do {
 #pragma GCC unroll 8
@@ -154,10 +170,9 @@ Word RunTables(const Tables& t, Word m, const unsigned char* p, unsigned __int64
         unsigned char joined[group];
         std::memcpy(joined, p, group);
         for (unsigned int k = 0; k < S::count; ++k) {
-            unsigned char* step = joined + k * S::stepBytes;
-            for (unsigned int i = 0; i < sizeof(Word); ++i) {
-                step[i] = static_cast<unsigned char>(step[i] ^ ((registers[k] >> (8 * i)) & 0xFF));
-            }
+            const unsigned int at = k * S::stepBytes;
+            StoreLowFirst(joined + at,
+                          static_cast<Word>(LoadLowFirst<Word>(p + at) ^ registers[k]));
         }
         m = RunSingle(t.bytes, Word{0}, joined, group);
         p += group;
