@@ -236,7 +236,7 @@ void FillFirstTable(Word* t0, unsigned int width, unsigned __int64 polynomial, b
 // the byte 1 << k followed by d zero bytes.
 template <typename Word>
 struct CarriedBits {
-    static_assert(GroupBytes<Word>() >= kNearBytes, "the streams reach further than a step");
+    static_assert(GroupBytes<Word>() >= kNearBytes, "single steps reach no further than streams");
     Word carried[GroupBytes<Word>()][8];
 
     explicit CarriedBits(const Word* t0) {
