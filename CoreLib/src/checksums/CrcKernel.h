@@ -42,9 +42,9 @@ struct alignas(64) t_PortableTables32 { // 28 KiB
     unsigned int pieceMiddle[2048];
     unsigned int pieceHigh[1024];
 };
-struct alignas(64) t_PortableTables64 { // 40 KiB
+struct alignas(64) t_PortableTables64 { // 32 KiB
     unsigned __int64 bytes[8][256];
-    unsigned __int64 far[12][256]; // the bytes of a 12-byte step, one per lookup
+    unsigned __int64 far[8][256]; // the bytes of an 8-byte step, one per lookup
 };
 
 // What the fast kernels need of one configuration, derived once when it is made.

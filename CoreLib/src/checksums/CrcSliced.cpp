@@ -15,9 +15,8 @@
 // other:
 // - up to 32 bits, six streams of 4-byte steps; a step's 32 bits are looked up as three
 //   pieces of 11, 11 and 10 bits (20 KiB of tables): three lookups for four bytes;
-// - 64 bits, three streams of 12-byte steps, a lookup per byte (pieces wider than a byte
-//   would need tables beyond the first-level cache); the four bytes beyond the register
-//   index their tables straight from memory.
+// - 64 bits, four streams of 8-byte steps, a lookup per byte (pieces wider than a byte
+//   would need tables beyond the first-level cache).
 // The last group of steps joins the streams into one register, which takes the rest in
 // single 8-byte steps (eight byte tables), then byte by byte. Shorter buffers only take these.
 #include "checksums/CrcKernel.h"
@@ -42,8 +41,8 @@ struct Streams<unsigned int> {
 };
 template <>
 struct Streams<unsigned __int64> {
-    static constexpr unsigned int count = 3;
-    static constexpr unsigned int stepBytes = 12;
+    static constexpr unsigned int count = 4;
+    static constexpr unsigned int stepBytes = 8;
 };
 
 // Bytes of one step of every stream.
@@ -94,43 +93,40 @@ inline Word ByteStep(const Word* t0, Word m, unsigned char byte) {
     return static_cast<Word>((m >> 8) ^ t0[(m ^ byte) & 0xFF]);
 }
 
-// Bytes j .. j + 3 of a step of Bytes bytes, held in x lowest first.
-template <unsigned int Bytes, typename Word>
+// Bytes j .. j + 3 of an 8-byte step, held in x lowest first.
+template <typename Word>
 __attribute__((always_inline)) inline Word FourBytes(const Word (*tables)[256], unsigned int j,
                                                      unsigned int x) {
-    Word r = tables[Bytes - 1 - j][x & 0xFF];
-    r ^= tables[Bytes - 2 - j][(x >> 8) & 0xFF];
+    Word r = tables[7 - j][x & 0xFF];
+    r ^= tables[6 - j][(x >> 8) & 0xFF];
     x >>= 16;
-    r ^= tables[Bytes - 3 - j][x & 0xFF];
-    r ^= tables[Bytes - 4 - j][x >> 8];
+    r ^= tables[5 - j][x & 0xFF];
+    r ^= tables[4 - j][x >> 8];
     return r;
 }
 
-// One step of Bytes bytes at p through the register m, byte j through table Bytes - 1 - j.
-// The bytes the register does not cover index their tables straight from memory, which costs
-// fewer instructions than taking them out of a word.
-template <unsigned int Bytes, typename Word>
+// One 8-byte step at p through the register m, byte j through table 7 - j. The four bytes a
+// 32-bit register does not cover index their tables straight from memory, which costs fewer
+// instructions than taking them out of a word.
+template <typename Word>
 __attribute__((always_inline)) inline Word Step(const Word (*tables)[256], Word m,
                                                 const unsigned char* p) {
-    Word r = 0;
-#pragma GCC unroll 8
-    for (unsigned int j = sizeof(Word); j < Bytes; ++j) {
-        r ^= tables[Bytes - 1 - j][p[j]];
-    }
-    const auto low = static_cast<unsigned int>(m & 0xFFFFFFFFU);
-    r ^= FourBytes<Bytes>(tables, 0, LoadLowFirst<unsigned int>(p) ^ low);
     if constexpr (sizeof(Word) == 8) {
-        const auto high = static_cast<unsigned int>(m >> 32);
-        r ^= FourBytes<Bytes>(tables, 4, LoadLowFirst<unsigned int>(p + 4) ^ high);
+        const Word v = LoadLowFirst<Word>(p) ^ m;
+        return FourBytes(tables, 0, static_cast<unsigned int>(v & 0xFFFFFFFFU)) ^
+               FourBytes(tables, 4, static_cast<unsigned int>(v >> 32));
+    } else {
+        const Word later =
+            (tables[3][p[4]] ^ tables[2][p[5]]) ^ (tables[1][p[6]] ^ tables[0][p[7]]);
+        return later ^ FourBytes(tables, 0, LoadLowFirst<unsigned int>(p) ^ m);
     }
-    return r;
 }
 
 // Single steps over `length` bytes, then the bytes left one by one.
 template <typename Word>
 Word RunSingle(const Word (*tables)[256], Word m, const unsigned char* p, unsigned __int64 length) {
     for (; length >= kNearBytes; length -= kNearBytes, p += kNearBytes) {
-        m = Step<kNearBytes>(tables, m, p);
+        m = Step(tables, m, p);
     }
     for (; length > 0; --length, ++p) {
         m = ByteStep(tables[0], m, *p);
@@ -147,7 +143,8 @@ inline unsigned int StreamStep(const t_PortableTables32& t, unsigned int m,
 
 inline unsigned __int64 StreamStep(const t_PortableTables64& t, unsigned __int64 m,
                                    const unsigned char* p) {
-    return Step<Streams<unsigned __int64>::stepBytes>(t.far, m, p);
+    static_assert(Streams<unsigned __int64>::stepBytes == kNearBytes, "single-sized steps");
+    return Step(t.far, m, p);
 }
 
 // The register after `length` bytes from m, through tables `t` (t_PortableTables32 or 64).
