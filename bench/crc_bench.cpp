@@ -131,13 +131,14 @@ void BM_Create(benchmark::State& state, CZRB_Crc::t_StdCrc standard, t_Path path
         benchmark::ClobberMemory();
     }
     // What a configuration adds beside the described tables: its plan with the control block
-    // of its shared pointer (two words) and the engine's pointer to it, and slicing tables
-    // where the portable kernel is in use.
+    // of its shared pointer (two words) and the engine's pointer to it, and the portable
+    // kernel's tables where that kernel is in use.
     using Plan = ZRB_CrcKernel::t_Plan;
-    const std::size_t entry = WidthOf(standard) > 32 ? 8 : 4;
-    const std::size_t slices = path == ZRB_CrcKernel::PATH_PORTABLE ? 16 * 256 * entry : 0;
+    const std::size_t tables = WidthOf(standard) > 32 ? sizeof(ZRB_CrcKernel::t_PortableTables64)
+                                                      : sizeof(ZRB_CrcKernel::t_PortableTables32);
+    const std::size_t portable = path == ZRB_CrcKernel::PATH_PORTABLE ? tables : 0;
     state.counters["extra_bytes"] =
-        static_cast<double>(sizeof(Plan) + 2 * sizeof(std::shared_ptr<const Plan>) + slices);
+        static_cast<double>(sizeof(Plan) + 2 * sizeof(std::shared_ptr<const Plan>) + portable);
 }
 
 template <typename Function>

@@ -74,7 +74,7 @@ Register RunState(const t_Plan& plan, const Register* table, const unsigned char
         return static_cast<Register>(wide);
     }
 #endif
-    if (plan.slices32 || plan.slices64) {
+    if (plan.tables32 || plan.tables64) {
         return static_cast<Register>(RunSliced(plan, state, data, length));
     }
     const auto reg = static_cast<Register>(KernelForm(plan, state));

@@ -5,8 +5,9 @@
 // kernel runs is chosen per call (CrcPath.h):
 // - carry-less multiplication (SSE4.1, AVX2 or AVX-512 with VPCLMULQDQ) folds 16-byte lanes of
 //   buffers of 16 bytes and more, for any polynomial, scaled up to 64 bits;
-// - the portable kernel runs slicing-by-16 tables where a configuration built them, else the
-//   byte-at-a-time loop over the engine's own table. Short buffers take this path as well.
+// - the portable kernel runs its own lookup tables in interleaved streams where a
+//   configuration built them, else the byte-at-a-time loop over the engine's own table.
+//   Short buffers take this path as well.
 #ifndef LZRB_CRC_KERNEL_H
 #define LZRB_CRC_KERNEL_H
 
@@ -32,6 +33,20 @@ enum t_Fold : int {
     FOLD_COUNT
 };
 
+// The portable kernel's tables (see CrcSliced.cpp), entries in the byte form of its register:
+// eight byte tables for single 8-byte steps, and those of the interleaved streams.
+struct alignas(64) t_PortableTables32 { // 28 KiB
+    unsigned int bytes[8][256];
+    // Bits 0-10, 11-21 and 22-31 of a 4-byte step.
+    unsigned int pieceLow[2048];
+    unsigned int pieceMiddle[2048];
+    unsigned int pieceHigh[1024];
+};
+struct alignas(64) t_PortableTables64 { // 32 KiB
+    unsigned __int64 bytes[8][256];
+    unsigned __int64 far[8][256]; // the bytes of an 8-byte step, one per lookup
+};
+
 // What the fast kernels need of one configuration, derived once when it is made.
 //
 // The carry-less kernels compute the CRC of the polynomial scaled to 64 bits,
@@ -53,25 +68,22 @@ struct t_Plan {
     // term, in the form of the input.
     unsigned __int64 quotient = 0;
     unsigned __int64 polynomial = 0;
-    // Slicing-by-16 tables (16 x 256 entries), built only while the portable kernel is the
-    // one in use: 32-bit entries up to width 32, 64-bit entries for width 64.
-    std::unique_ptr<unsigned int[]> slices32;
-    std::unique_ptr<unsigned __int64[]> slices64;
-    // With them: P without its top term, and x^(8 * chunk) mod P, in the slicing word's form.
-    unsigned __int64 slicePolynomial = 0;
-    unsigned __int64 sliceSkip = 0;
+    // The portable kernel's lookup tables, built only while that kernel is the one in use:
+    // 32-bit entries up to width 32, 64-bit entries for width 64.
+    std::unique_ptr<t_PortableTables32> tables32;
+    std::unique_ptr<t_PortableTables64> tables64;
 };
 
 // Derives the plan of a table-driven configuration (width 8, 16, 32 or 64; only the low width
 // bits of polynomial and seed count).
 std::shared_ptr<const t_Plan> MakePlan(unsigned int width, unsigned __int64 polynomial,
                                        unsigned __int64 seed, bool reflected);
-// The folding and reduction constants alone, with no slicing tables: what the carry-less
+// The folding and reduction constants alone, with no lookup tables: what the carry-less
 // kernels need, whatever path is active.
 std::shared_ptr<t_Plan> MakeFoldingPlan(unsigned int width, unsigned __int64 polynomial,
                                         unsigned __int64 seed, bool reflected);
 
-// Fills the slicing-by-16 tables of `plan` (called by MakePlan for the portable kernel).
+// Fills the lookup tables of `plan` (called by MakePlan for the portable kernel).
 void BuildSlices(t_Plan& plan, unsigned __int64 polynomial);
 
 // All 64 bits in reverse order.
@@ -123,7 +135,7 @@ LZRB_CRC_KERNEL_INSTANCES(unsigned int)
 LZRB_CRC_KERNEL_INSTANCES(unsigned __int64)
 #undef LZRB_CRC_KERNEL_INSTANCES
 
-// The slicing-by-16 kernel over a plan that has its tables; the register in the kernels' form.
+// The portable table kernel over a plan that has its tables; the register in the kernels' form.
 unsigned __int64 RunSliced(const t_Plan& plan, unsigned __int64 state, const unsigned char* data,
                            unsigned __int64 length);
 

@@ -8,7 +8,7 @@
 namespace ZRB_CrcKernel {
 
 enum t_Path : int {
-    PATH_PORTABLE = 0,       // slicing tables or the byte loop; runs anywhere
+    PATH_PORTABLE = 0,       // lookup tables or the byte loop; runs anywhere
     PATH_SSE41_CLMUL = 1,    // 128-bit lanes: SSE4.1 and PCLMULQDQ
     PATH_AVX2_VPCLMUL = 2,   // 256-bit lanes: AVX2 and VPCLMULQDQ
     PATH_AVX512_VPCLMUL = 3, // 512-bit lanes: AVX-512 (F, BW) and VPCLMULQDQ
@@ -23,7 +23,7 @@ LZRB_API t_Path BestPath();
 // The path the engines use now. Detection runs once, on first use; thread-safe.
 LZRB_API t_Path ActivePath();
 // Makes every engine use `path` from now on; returns false and changes nothing when it is not
-// available. The portable path runs slicing tables only in engines configured while it is
+// available. The portable path runs its lookup tables only in engines configured while it is
 // active (others fall back to their byte loop); results are the same either way.
 LZRB_API bool SelectPath(t_Path path);
 // A short name of the path ("portable", "sse41", "avx2", "avx512"); "?" outside the range.
