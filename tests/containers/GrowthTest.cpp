@@ -5,7 +5,7 @@
 #include "CZRB_String.h"
 #include "CZRB_Vector.h"
 
-#include "containers/ContainerTestSupport.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 

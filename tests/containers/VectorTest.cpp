@@ -1,7 +1,7 @@
 #include "CZRB_List.h"
 #include "CZRB_Vector.h"
 
-#include "containers/ContainerTestSupport.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 

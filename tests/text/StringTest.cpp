@@ -1,5 +1,5 @@
-#include "CZRB_Exception.h"
 #include "CZRB_String.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -13,10 +13,6 @@
 #include <vector>
 
 namespace {
-
-std::string Str(const CZRB_String& s) {
-    return std::string(s.GetStringC(), s.GetLength());
-}
 
 // Exposes the protected buffer helpers.
 struct CProbe : CZRB_String {

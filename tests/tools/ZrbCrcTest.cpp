@@ -39,11 +39,9 @@ TEST_F(ZrbTest, CrcPrintsPlainAndTaggedLines) {
          "xorout=0xffffffff (digits.txt) = cbf43926\n"},
     };
     for (const auto& [args, expected] : cases) {
-        std::vector<std::string> argv = {"crc"};
-        argv.insert(argv.end(), args.begin(), args.end());
-        const ZrbResult r = Zrb(argv);
-        EXPECT_EQ(r.status, 0) << argv[2] << r.err;
-        EXPECT_EQ(r.out, expected) << argv[2];
+        const ZrbResult r = Zrb({"crc"}, args);
+        EXPECT_EQ(r.status, 0) << args[0] << r.err;
+        EXPECT_EQ(r.out, expected) << args[0];
     }
 }
 
@@ -139,9 +137,7 @@ TEST_F(ZrbTest, CrcBadUsageAndUnreadableInputExitWithTwoAndSayWhy) {
         {{"-c", "digits.txt"}, "digits.txt: line 1: not a CRC line"},
     };
     for (const auto& [args, message] : cases) {
-        std::vector<std::string> argv = {"crc"};
-        argv.insert(argv.end(), args.begin(), args.end());
-        const ZrbResult r = Zrb(argv);
+        const ZrbResult r = Zrb({"crc"}, args);
         EXPECT_EQ(r.status, 2) << message;
         EXPECT_NE(r.err.find(message), std::string::npos) << r.err;
     }

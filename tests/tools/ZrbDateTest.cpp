@@ -17,9 +17,7 @@ TEST_F(ZrbTest, DateConvertsIntoOneCalendar) {
          "01.01.2000 00%\n"},
     };
     for (const auto& [args, expected] : cases) {
-        std::vector<std::string> argv = {"date"};
-        argv.insert(argv.end(), args.begin(), args.end());
-        const ZrbResult r = Zrb(argv);
+        const ZrbResult r = Zrb({"date"}, args);
         EXPECT_EQ(r.status, 0) << r.err;
         EXPECT_EQ(r.out, expected) << args.back();
     }
@@ -51,9 +49,7 @@ TEST_F(ZrbTest, DateRejectsWhatIsNoDateAndSaysWhy) {
         {{"--jd", "5", "2024-01-01"}, "excludes"},
     };
     for (const auto& [args, message] : cases) {
-        std::vector<std::string> argv = {"date"};
-        argv.insert(argv.end(), args.begin(), args.end());
-        const ZrbResult r = Zrb(argv);
+        const ZrbResult r = Zrb({"date"}, args);
         EXPECT_EQ(r.status, 2) << message;
         EXPECT_EQ(r.out, "");
         EXPECT_NE(r.err.find(message), std::string::npos) << r.err;

@@ -1,15 +1,12 @@
 // Runs the real zrb binary in a fresh temporary folder and captures what it prints.
 #pragma once
 
-#include <gtest/gtest.h>
+#include "files/FileTestSupport.h"
 
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 
-#include <filesystem>
-#include <fstream>
-#include <string>
 #include <vector>
 
 extern char** environ;
@@ -20,20 +17,10 @@ struct ZrbResult {
     std::string err;
 };
 
-class ZrbTest : public ::testing::Test {
+class ZrbTest : public TempDirTest {
 protected:
-    void SetUp() override {
-        std::string pattern = std::filesystem::temp_directory_path() / "zrb_tool_XXXXXX";
-        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-        m_dir = pattern;
-    }
-    void TearDown() override { std::filesystem::remove_all(m_dir); }
-
-    // Writes `bytes` to `name` in the folder; returns the name.
-    std::string Write(const std::string& name, const std::string& bytes) const {
-        std::ofstream(m_dir / name, std::ios::binary) << bytes;
-        return name;
-    }
+    // Writes `bytes` to `name` in the folder.
+    void Write(const std::string& name, const std::string& bytes) const { MakeFile(name, bytes); }
 
     // zrb with `args`, run in the folder with standard input from `input`.
     ZrbResult Zrb(const std::vector<std::string>& args, const std::string& input = "") const {
@@ -41,13 +28,16 @@ protected:
         argv.insert(argv.end(), args.begin(), args.end());
         return Spawn(argv, input);
     }
+    // zrb `command` followed by `args`.
+    ZrbResult Zrb(std::vector<std::string> command, const std::vector<std::string>& args) const {
+        command.insert(command.end(), args.begin(), args.end());
+        return Zrb(command);
+    }
 
     // A shell command line, for pipes; "$ZRB" names the binary.
     ZrbResult Shell(const std::string& line) const {
         return Spawn({"/bin/sh", "-c", "ZRB='" ZRB_PATH "'; " + line}, "");
     }
-
-    std::filesystem::path m_dir;
 
 private:
     ZrbResult Spawn(const std::vector<std::string>& args, const std::string& input) const {
@@ -77,10 +67,7 @@ private:
         return {status, Read(".stdout"), Read(".stderr")};
     }
 
-    std::string Read(const std::string& name) const {
-        std::ifstream in(m_dir / name, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
-    }
+    std::string Read(const std::string& name) const { return Contents(PathOf(name)); }
 };
 
 // Lines of `text` that contain `part`.
