@@ -34,7 +34,7 @@ TEST_F(ZrbTest, BmpToPnmExplainsRefusalsAndFailedWrites) {
     Write("text.bmp", std::string(60, 'B'));
     Write("zero.bmp", "BM" + std::string(60, '\0'));
     const std::string alpha = SamplePath("im_v5_32a.bmp");
-    const std::vector<std::tuple<std::vector<std::string>, std::string>> cases = {
+    const ZrbCases cases = {
         {{SamplePath("hand_v3_png.bmp"), "-o", "out.pnm"},
          "hand_v3_png.bmp: the bitmap holds an embedded PNG image, which is not decoded here"},
         {{SamplePath("hand_v3_jpeg.bmp")}, "embedded JPEG image"},
@@ -50,14 +50,8 @@ TEST_F(ZrbTest, BmpToPnmExplainsRefusalsAndFailedWrites) {
         {{alpha, "-o", "/dev/full"}, "zrb bmp topnm: /dev/full: cannot be written: No space"},
         {{alpha, "-o", "no/such/dir.pam"}, "no/such/dir.pam: cannot be created"},
     };
-    for (const auto& [args, message] : cases) {
-        const ZrbResult r = Zrb({"bmp", "topnm"}, args);
-        EXPECT_EQ(r.status, 2) << message;
-        EXPECT_EQ(r.out, "");
-        EXPECT_EQ(CountLines(r.err, message), 1) << r.err;
-        // A file that is not decoded leaves no output file behind.
-        EXPECT_FALSE(std::filesystem::exists(m_dir / "out.pnm")) << message;
-    }
+    ExpectRefusals({"bmp", "topnm"}, cases);
+    EXPECT_FALSE(std::filesystem::exists(PathOf("out.pnm"))); // nothing decoded, nothing left
     EXPECT_EQ(Zrb({"bmp", "topnm", alpha, "--max-pixels", "117"}).status, 0);
 
     // Standard output refused: said once, by the command itself.
