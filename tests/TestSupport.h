@@ -31,6 +31,12 @@ inline std::string Str(const CZRB_String& text) {
     return {text.GetStringC(), text.GetLength()};
 }
 
+// The bytes of the file at `path`.
+inline std::string Contents(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
 inline signed char CompareInts(const int& a, const int& b) {
     return static_cast<signed char>(a > b ? 1 : (a < b ? -1 : 0));
 }
@@ -49,10 +55,6 @@ protected:
     std::string MakeFile(const std::string& name, const std::string& bytes) const {
         std::ofstream(PathOf(name), std::ios::binary) << bytes;
         return PathOf(name);
-    }
-    static std::string Contents(const std::string& path) {
-        std::ifstream in(path, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
     }
     static long OpenDescriptors() { // a stream left open shows up here
         const std::filesystem::directory_iterator fds("/proc/self/fd");
