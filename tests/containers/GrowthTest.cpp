@@ -1,11 +1,11 @@
-// Vectors grown and shrunk step by step, against std::vector, for arithmetic, string and
-// counted class elements: the contents, the room kept behind the elements (always below the
-// elements' own size), and that the spare room never holds a live element.
+// Vectors grown, shrunk, reordered and sorted step by step, against std::vector, for arithmetic,
+// string and counted class elements: the contents, the room kept behind the elements (always
+// below the elements' own size), and that the spare room never holds a live element.
 #include "CZRB_List.h"
 #include "CZRB_String.h"
 #include "CZRB_Vector.h"
 
-#include "containers/ContainerTestSupport.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@
 #include <vector>
 
 // Counts its live instances; an assignment can be made to fail. External linkage for the
-// explicit instantiation below.
+// explicit instantiations below, which compile every member for a caller's class.
 struct Counted {
     static int alive;
     static int assignmentsBeforeFailure; // negative: never fails
@@ -39,6 +39,7 @@ int Counted::alive = 0;
 int Counted::assignmentsBeforeFailure = -1;
 
 template class CZRB_Vector<Counted>;
+template class CZRB_List<Counted>;
 
 namespace {
 
@@ -81,6 +82,11 @@ std::vector<int> Ids(const CZRB_Vector<T>& v) {
         ids.push_back(Id(v.GetBuf()[i]));
     }
     return ids;
+}
+
+template <class T>
+signed char CompareIds(const T& a, const T& b) {
+    return CompareInts(Id(a), Id(b));
 }
 
 template <class T>
@@ -161,8 +167,23 @@ TYPED_TEST(VectorGrowth, InterleavedOperationsMatchStdVector) {
             },
             [&] {
                 const unsigned int kept = v.GetLength() / 2 + 1;
-                v.Recreate(kept, 0, v[0]);
-                model.resize(kept, model[0]);
+                const int first = model[0];
+                v.Recreate(kept, at / 2, v[0]); // the fill value lives in the old block
+                model.erase(model.begin(), model.begin() + at / 2);
+                model.resize(kept, first);
+            },
+            [&] {
+                v.SwapItems(at, n % v.GetLength()), std::swap(model[at], model[n % model.size()]);
+            },
+            [&] {
+                n = std::min(n, v.GetLength() - at);
+                v.InvertItemsOrder(at, n);
+                std::reverse(model.begin() + at, model.begin() + at + n);
+            },
+            [&] {
+                v.Sort(CompareIds<T>, static_cast<unsigned char>(n % 2));
+                std::sort(model.begin(), model.end(),
+                          [&](int a, int b) { return n % 2 ? a < b : a > b; });
             },
             [&] {
                 CZRB_Vector<T> copy(v);
@@ -178,8 +199,9 @@ TYPED_TEST(VectorGrowth, InterleavedOperationsMatchStdVector) {
             size_t choice = random() % count;
             if (model.empty()) {
                 choice = 0; // the other actions need an element or throw for an empty vector
-            } else if (model.size() > 400 && (choice == 2 || choice == 11)) {
-                choice = 7; // keep the run small
+            } else if ((model.size() > 400 && (choice == 2 || choice == 11)) ||
+                       (choice == 15 && model.size() > 100)) {
+                choice = 7; // keep the run small and the sorts short
             }
             actions[choice]();
             ASSERT_EQ(Ids(v), model) << "step " << step << " action " << choice;

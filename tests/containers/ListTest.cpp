@@ -1,6 +1,6 @@
 #include "CZRB_List.h"
 
-#include "containers/ContainerTestSupport.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 

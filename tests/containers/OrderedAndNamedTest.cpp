@@ -4,7 +4,7 @@
 #include "CZRB_Uint32List.h"
 #include "CZRB_Uint8Vector.h"
 
-#include "containers/ContainerTestSupport.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 

@@ -1,13 +1,10 @@
 #include "CZRB_List.h"
 #include "CZRB_Vector.h"
 
-#include "containers/ContainerTestSupport.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <functional>
-#include <random>
 #include <vector>
 
 namespace {
@@ -130,7 +127,7 @@ TEST(Vector, ShiftsInsertionsAndDeletions) {
     IntVector empty;
     empty.DownShift(7, 3); // size - 1 wraps: never throws on an empty vector
 
-    v = Make({1, 7, 7, 2, 3}); // growing insertions are in the random run below
+    v = Make({1, 7, 7, 2, 3}); // growing insertions: at random in GrowthTest
     v.InsertItems(0, 9, 2, 0); // no growth: the tail is lost
     EXPECT_EQ(Items(v), (std::vector<int>{9, 9, 1, 7, 7}));
     v.InsertItems(4, 6, 3, 0); // writes stop at the end
@@ -148,7 +145,7 @@ TEST(Vector, ShiftsInsertionsAndDeletions) {
     EXPECT_EQ(Items(copy), (std::vector<int>{8, 8, 1, 4, 5, 2}));
     EXPECT_EQ(Items(v), Items(copy));
 
-    v = Make({1, 2, 3, 4, 5}); // shrinking deletions are in the random run below
+    v = Make({1, 2, 3, 4, 5}); // shrinking deletions: at random in GrowthTest
     v.DeleteItems(1, 2, 0);
     EXPECT_EQ(Items(v), (std::vector<int>{1, 4, 5, 4, 5}));
     v.DeleteItems(0, 9, 1);
@@ -179,7 +176,7 @@ TEST(Vector, FillFindSwapInvertSortCompare) {
     EXPECT_EQ(Items(v), (std::vector<int>{1, 1, 1, 1}));
     v.Fill(3, 0, 0, 0);
 
-    v = Make({1, 4, 2, 3}); // in-range swaps and inversions are in the random run below
+    v = Make({1, 4, 2, 3}); // in-range swaps, inversions: at random in GrowthTest
     EXPECT_EQ(CodeOf([&] { v.SwapItems(4, 0); }, &v), 2U);
     EXPECT_EQ(CodeOf([&] { v.SwapItems(0, 5); }, &v), 2U);
     v.InvertItemsOrder().InvertItemsOrder();
@@ -194,55 +191,4 @@ TEST(Vector, FillFindSwapInvertSortCompare) {
     EXPECT_EQ(IntVector() == IntVector(), 1);
     EXPECT_EQ(Make({1}) == Make({1, 1}), 0);
     EXPECT_EQ(Make({1, 2}) != Make({1, 3}), 1);
-}
-
-// The well-defined operations against std::vector.
-TEST(Vector, RandomOperationsMatchStdVector) {
-    std::mt19937 random(7);
-    IntVector v;
-    std::vector<int> model;
-    int value = 0;
-    unsigned int at = 0, n = 0;
-    const std::function<void()> actions[] = {
-        [&] { v.AppendItem(value), model.push_back(value); },
-        [&] { v.InsertItems(at, value, n, 1), model.insert(model.begin() + at, n, value); },
-        [&] {
-            v.DeleteItems(at, n, 1);
-            model.erase(model.begin() + at, model.begin() + std::min(model.size(), size_t{at} + n));
-        },
-        [&] { v.SwapItems(at, n % model.size()), std::swap(model[at], model[n % model.size()]); },
-        [&] {
-            n = std::min(n, static_cast<unsigned int>(model.size()) - at);
-            v.InvertItemsOrder(at, n);
-            std::reverse(model.begin() + at, model.begin() + at + n);
-        },
-        [&] {
-            v.Sort(CompareInts, static_cast<unsigned char>(n % 2));
-            std::stable_sort(model.begin(), model.end(),
-                             [&](int a, int b) { return n % 2 ? a < b : a > b; });
-        },
-        [&] {
-            v.Fill(value, at, n, 1);
-            model.resize(std::max(model.size(), size_t{at} + n)); // new elements are zero
-            std::fill(model.begin() + at, model.begin() + at + n, value);
-        },
-        [&] {
-            v.Recreate(n + 1, at / 2, value);
-            std::vector<int> next(n + 1, value);
-            std::copy_n(model.begin() + at / 2, std::min<size_t>(n + 1, model.size() - at / 2),
-                        next.begin());
-            model = next;
-        },
-    };
-    for (int step = 0; step < 4000; ++step) {
-        value = static_cast<int>(random() % 50);
-        at = model.empty() ? 0 : static_cast<unsigned int>(random() % model.size());
-        n = static_cast<unsigned int>(random() % 5);
-        const size_t choice = random() % 8;
-        if (model.empty() ? choice != 0 && choice != 6 : choice == 5 && random() % 8 != 0) {
-            continue; // only appending and filling start from nothing; sorting is rarer
-        }
-        actions[choice]();
-        ASSERT_EQ(Items(v), model) << "step " << step << " action " << choice;
-    }
 }

@@ -1,4 +1,5 @@
 #include "CZRB_BitmapDecoder.h"
+#include "FileTestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -13,15 +14,9 @@
 namespace {
 
 namespace fs = std::filesystem;
-typedef std::vector<unsigned char> Bytes;
 typedef CZRB_BitmapDecoder Decoder;
 
 const fs::path kSamples = fs::path(LZRB_TEST_DATA_DIR) / "bmp";
-
-Bytes ReadAll(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return Bytes(std::istreambuf_iterator<char>(in), {});
-}
 
 std::vector<fs::path> Samples() {
     std::vector<fs::path> samples;
@@ -38,7 +33,7 @@ std::vector<fs::path> Samples() {
 struct Reference {
     unsigned int width = 0, height = 0;
     bool alpha = false;
-    Bytes rgba;
+    std::string rgba;
 };
 bool ReadReference(const fs::path& sample, Reference& ref) {
     for (const char* extension : {".pam", ".ppm"}) {
@@ -48,61 +43,44 @@ bool ReadReference(const fs::path& sample, Reference& ref) {
             continue;
         }
         ref.alpha = token == "P7";
-        if (ref.alpha) {
-            while (in >> token && token != "ENDHDR") {
-                if (token == "WIDTH" || token == "HEIGHT") {
-                    in >> (token == "WIDTH" ? ref.width : ref.height);
-                }
+        while (ref.alpha && in >> token && token != "ENDHDR") {
+            if (token == "WIDTH" || token == "HEIGHT") {
+                in >> (token == "WIDTH" ? ref.width : ref.height);
             }
-        } else {
+        }
+        if (!ref.alpha) {
             in >> ref.width >> ref.height >> token;
         }
         in.get();
-        const Bytes body(std::istreambuf_iterator<char>(in), {});
+        const std::string body(std::istreambuf_iterator<char>(in), {});
         const size_t channels = ref.alpha ? 4 : 3;
         for (size_t i = 0; i + channels <= body.size(); i += channels) {
-            ref.rgba.insert(ref.rgba.end(), body.begin() + i, body.begin() + i + channels);
-            if (!ref.alpha) {
-                ref.rgba.push_back(255);
-            }
+            ref.rgba += body.substr(i, channels) + (ref.alpha ? "" : "\xFF");
         }
         return true;
     }
     return false;
 }
 
-Bytes PixelsOf(const Decoder& decoder) {
+std::string PixelsOf(const Decoder& decoder) {
     const CZRB_Uint8Vector& pixels = decoder.GetPixels();
-    return Bytes(pixels.GetBuf(), pixels.GetBuf() + pixels.GetLength());
+    return std::string(pixels.GetBuf(), pixels.GetBuf() + pixels.GetLength());
 }
 
-void Patch(Bytes& bytes, size_t offset, unsigned int value, int width) {
-    for (int i = 0; i < width; ++i) {
-        bytes[offset + i] = static_cast<unsigned char>(value >> (8 * i));
-    }
+void Patch(std::string& bytes, size_t offset, unsigned int value, int width) {
+    std::string field;
+    PutLe(field, value, width);
+    bytes.replace(offset, field.size(), field);
 }
 
 // A 4 x 2 bitmap of RLE8 or RLE4 data with four colours; index 0 is grey.
-const unsigned char kColours[4][3] = {{90, 90, 90}, {255, 0, 0}, {0, 255, 0}, {0, 0, 255}};
-Bytes RleBitmap(bool rle4, const Bytes& stream) {
-    Bytes file(14 + 40 + 16, 0);
-    file[0] = 'B';
-    file[1] = 'M';
-    Patch(file, 10, static_cast<unsigned int>(file.size()), 4);
-    for (auto [offset, value, width] : {std::tuple<size_t, unsigned int, int>{14, 40, 4},
-                                        {18, 4, 4},
-                                        {22, 2, 4},
-                                        {26, 1, 2},
-                                        {28, rle4 ? 4 : 8, 2},
-                                        {30, rle4 ? 2 : 1, 4},
-                                        {34, static_cast<unsigned int>(stream.size()), 4},
-                                        {46, 4, 4}}) {
-        Patch(file, offset, value, width);
-    }
-    for (int i = 0; i < 4; ++i) {
-        std::copy(std::rbegin(kColours[i]), std::rend(kColours[i]), file.begin() + 54 + 4 * i);
-    }
-    file.insert(file.end(), stream.begin(), stream.end());
+const std::vector<unsigned int> kColours = {0x5A5A5A, 0xFF0000, 0x00FF00, 0x0000FF};
+std::string RleBitmap(bool rle4, const std::string& stream) {
+    std::string file =
+        BmpFile{40, rle4 ? 4 : 8, {}, kColours, 4, unsigned(stream.size())}.Build() + stream;
+    Patch(file, 18, 4, 4);            // width
+    Patch(file, 22, 2, 4);            // height
+    Patch(file, 30, rle4 ? 2 : 1, 4); // compression
     return file;
 }
 
@@ -115,7 +93,7 @@ TEST(BitmapDecoderSamples, DecodeToTheirReferencePixels) {
     ASSERT_GE(samples.size(), 35U);
     for (const fs::path& sample : samples) {
         SCOPED_TRACE(sample.filename());
-        const Bytes file = ReadAll(sample);
+        const std::string file = Contents(sample);
         Decoder fromMemory, fromFile;
         const unsigned int code = fromMemory.LoadFromMemory(file.data(), file.size());
         EXPECT_EQ(fromFile.LoadFromFile(sample.c_str()), code);
@@ -137,7 +115,7 @@ TEST(BitmapDecoderSamples, DecodeToTheirReferencePixels) {
 
 TEST(BitmapDecoderSamples, EveryTruncationGivesACode) {
     for (const fs::path& sample : Samples()) {
-        const Bytes file = ReadAll(sample);
+        const std::string file = Contents(sample);
         std::vector<size_t> decoded; // lengths that gave 0 or left pixels behind
         Decoder decoder;
         for (size_t length = 0; length < file.size(); ++length) {
@@ -170,7 +148,7 @@ TEST(BitmapDecoder, HostileHeadersGiveTheirCodes) {
         {"hand_v3_rle8.bmp", 34, 0x7FFFFFFF, 4, Decoder::RESULT_TRUNCATED},
     };
     for (const auto& [name, offset, value, width, expected] : cases) {
-        Bytes file = ReadAll(kSamples / name);
+        std::string file = Contents(kSamples / name);
         Patch(file, offset, value, width);
         Decoder decoder;
         EXPECT_EQ(decoder.LoadFromMemory(file.data(), file.size()), expected)
@@ -180,7 +158,7 @@ TEST(BitmapDecoder, HostileHeadersGiveTheirCodes) {
 
 TEST(BitmapDecoder, RunsAreCutAtTheRowAndTheImage) {
     // Indexes of the 4 x 2 image, top row first.
-    const std::tuple<bool, Bytes, unsigned int, Bytes> cases[] = {
+    const std::tuple<bool, std::string, unsigned int, std::vector<int>> cases[] = {
         {false, {3, 1, 5, 2, 0, 0, 0, 1}, 0, {0, 0, 0, 0, 1, 1, 1, 2}},
         {false, {0, 6, 1, 2, 3, 1, 2, 3, 0, 1}, 0, {0, 0, 0, 0, 1, 2, 3, 1}},
         {false, {1, 1, 0, 2, 1, 5, 2, 2}, 0, {0, 0, 0, 0, 1, 0, 0, 0}}, // delta below the image
@@ -191,20 +169,20 @@ TEST(BitmapDecoder, RunsAreCutAtTheRowAndTheImage) {
         {true, {5, 0x12, 0, 0, 0, 3, 0x31, 0x20, 0, 1}, 0, {3, 1, 2, 0, 1, 2, 1, 2}},
     };
     for (const auto& [rle4, stream, code, indexes] : cases) {
-        const Bytes file = RleBitmap(rle4, stream);
+        const std::string file = RleBitmap(rle4, stream);
         Decoder decoder;
         ASSERT_EQ(decoder.LoadFromMemory(file.data(), file.size()), code);
-        Bytes expected;
-        for (unsigned char index : indexes) {
-            expected.insert(expected.end(), kColours[index], kColours[index] + 3);
-            expected.push_back(255);
+        std::string expected;
+        for (int index : indexes) {
+            const unsigned int c = kColours[index];
+            expected += {char(c >> 16), char(c >> 8), char(c), '\xFF'};
         }
         EXPECT_TRUE(PixelsOf(decoder) == expected) << testing::PrintToString(stream);
     }
 }
 
 TEST(BitmapDecoder, LimitCopiesAndSinglePixels) {
-    const Bytes file = ReadAll(kSamples / "im_v5_32a.bmp"); // 13 x 9 with alpha
+    const std::string file = Contents(kSamples / "im_v5_32a.bmp"); // 13 x 9 with alpha
     Decoder decoder;
     EXPECT_EQ(decoder.SetPixelLimit(116).LoadFromMemory(file.data(), file.size()),
               Decoder::RESULT_TOO_LARGE);
@@ -215,10 +193,11 @@ TEST(BitmapDecoder, LimitCopiesAndSinglePixels) {
     EXPECT_TRUE(PixelsOf(copy) == PixelsOf(decoder));
     EXPECT_EQ(copy.GetPixelLimit(), 117U);
     ZRB::t_WinRgbQuad colour = {};
-    const Bytes last(file.end() - 4, file.end()); // bottom-up: the last stored pixel is (12, 0)
+    const std::string last = file.substr(file.size() - 4); // bottom-up: the last pixel is (12, 0)
     ASSERT_EQ(copy.GetPixelColor(12, 0, colour), 0U);
-    EXPECT_EQ(std::vector<unsigned int>({colour.Blue, colour.Green, colour.Red, colour.Reserved}),
-              std::vector<unsigned int>(last.begin(), last.end()));
+    EXPECT_EQ(std::string(
+                  {char(colour.Blue), char(colour.Green), char(colour.Red), char(colour.Reserved)}),
+              last);
     EXPECT_EQ(copy.GetPixelColor(13, 0, colour), 3U);
     EXPECT_EQ(copy.GetPixelColor(0, 9, colour), 3U);
 

@@ -12,10 +12,7 @@ namespace {
 
 // The file as the text calls describe it, one byte at a time, with the bytes of the file in
 // `disk`. Writes reach `disk` at once; the test flushes before another handle acts.
-class CByteModel {
-public:
-    explicit CByteModel(std::string& disk) : m_disk(disk) {}
-
+struct CByteModel {
     unsigned int ReadTextLine(std::string& line, std::size_t maxChars, unsigned int noLine) {
         if (m_disk.empty()) {
             return noLine;
@@ -61,10 +58,6 @@ public:
             m_position = static_cast<unsigned long long>(base + offset);
         }
     }
-    unsigned long long Position() const { return m_position; }
-    unsigned long long Length() const { return m_disk.size(); }
-
-private:
     std::string& m_disk;
     unsigned long long m_position = 0;
 };
@@ -92,7 +85,7 @@ TEST_F(FileReadAheadTest, CopiesSeeTheBytesOfByteAtATimeReading) {
         std::mt19937 random(seed);
         std::string disk = RandomBytes(random, 30000, true);
         const std::string path = MakeFile("data", disk);
-        CByteModel model(disk);
+        CByteModel model{disk};
         CZRB_File first;
         ASSERT_EQ(first.Open(path.c_str(), CZRB_File::OPEN_READ | CZRB_File::OPEN_WRITE), 0U);
         CZRB_File second(first);
@@ -161,9 +154,9 @@ TEST_F(FileReadAheadTest, CopiesSeeTheBytesOfByteAtATimeReading) {
             case 7:
                 got = std::to_string(file.GetPos()) + " " + std::to_string(file.IsEOF()) + " " +
                       std::to_string(file.GetLength());
-                want = std::to_string(model.Position()) + " " +
-                       std::to_string(model.Position() >= model.Length()) + " " +
-                       std::to_string(model.Length());
+                want = std::to_string(model.m_position) + " " +
+                       std::to_string(model.m_position >= disk.size()) + " " +
+                       std::to_string(disk.size());
                 break;
             case 8: { // the other handle appends, once this stream has flushed
                 file.Flush();
@@ -178,7 +171,7 @@ TEST_F(FileReadAheadTest, CopiesSeeTheBytesOfByteAtATimeReading) {
                 disk.resize(random() % (disk.size() + 1));
                 ASSERT_EQ(ftruncate(outside, static_cast<off_t>(disk.size())), 0);
                 got = std::to_string(copies[random() % 2]->GetLength());
-                want = std::to_string(model.Length());
+                want = std::to_string(disk.size());
                 break;
             }
             default: { // the other handle rewrites bytes; a seek notices

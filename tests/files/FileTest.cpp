@@ -38,15 +38,10 @@ TEST_F(FileTest, ResultCodesOfClosedFilesSeeksReadsAndWrites) {
     EXPECT_EQ(Str(line) + std::to_string(file.WriteText("")), "keep0");
     EXPECT_EQ(file.GetPos() + file.GetLength() + file.IsEOF(), 1U);
 
+    // Seeks, reads and positions within the file: FileReadAheadTest.
     ASSERT_EQ(file.Open(MakeFile("six", "abcdef").c_str(), CZRB_File::OPEN_READ), 0U);
     EXPECT_EQ(file.To(5, 3), 2U);
-    EXPECT_EQ(file.To(2, 1), 0U);
-    EXPECT_EQ(file.To(1, 0), 0U);
-    EXPECT_EQ(file.To(static_cast<unsigned __int64>(-100), 1), 0U); // Kept: failed seek gives 0
-    EXPECT_EQ(file.GetPos(), 3U);
-    EXPECT_EQ(file.To(static_cast<unsigned __int64>(-1), 2), 0U);
-    EXPECT_EQ(file.GetLength() * 10 + file.GetPos() + file.IsEOF(), 65U);
-    EXPECT_EQ(file.Read(buffer, 2), 30U); // one byte was left
+    EXPECT_EQ(file.ToEnd(), 0U);
     EXPECT_EQ(file.IsEOF(), 1U);
     EXPECT_EQ(file.ToStart(), 0U);
     EXPECT_EQ(file.Read(buffer, (1ULL << 32) | 2U), 30U); // high half set: read, then 30
@@ -67,34 +62,9 @@ TEST_F(FileTest, WritesAreByteExact) {
     EXPECT_EQ(file.Write(data, (1ULL << 32) | 3U, 1), 30U); // written, then 30
     EXPECT_EQ(file.WriteTextLine("x", 0x7), 0U);
     EXPECT_EQ(file.WriteTextLine(CZRB_String("cr-lf"), 0x6), 0U);
-    EXPECT_EQ(file.WriteTextLine("", CZRB_File::LINE_END_LF), 0U);
     EXPECT_EQ(file.WriteTextLine("none", 0), 0U);
     EXPECT_EQ(file.WriteText(CZRB_String("a\0b", 3)), 0U); // the text ends at its zero byte
-    EXPECT_EQ(Contents(PathOf("out")), "rawx\0\r\ncr-lf\r\n\nnonea"s);
-}
-
-TEST_F(FileTest, TextLinesDropCrAndZeroBytesWithOrWithoutFinalLineFeed) {
-    CZRB_File file;
-    char buffer[8];
-    CZRB_String line;
-    for (const std::string& input :
-         {"ab\ncd\n"s, "ab\r\ncd\r\n"s, "ab\ncd"s, "a\0b\r\nc\rd"s, "\ra\0b\n\0cd\r"s}) {
-        ASSERT_EQ(file.Open(MakeFile("lines", input).c_str(), CZRB_File::OPEN_READ), 0U);
-        EXPECT_EQ(file.ReadTextLine(buffer, 7), 0U);
-        EXPECT_EQ(file.ReadTextLine(line), 0U);
-        EXPECT_EQ(buffer + ("|" + Str(line)), "ab|cd");
-        EXPECT_EQ(file.ReadTextLine(buffer, 7) * 100 + file.ReadTextLine(line), 3024U);
-    }
-    const std::string longLine(300000, 'q');
-    ASSERT_EQ(file.Open(MakeFile("split", "abcd\n\n" + longLine).c_str(), 0x2), 0U);
-    for (const char* text : {"ab", "cd", ""}) { // the buffer holds 2 characters
-        EXPECT_EQ(file.ReadTextLine(buffer, 2), 0U);
-        EXPECT_STREQ(buffer, text);
-    }
-    for (const std::string& text : {""s, longLine}) {
-        EXPECT_EQ(file.ReadTextLine(line), 0U);
-        EXPECT_EQ(Str(line), text);
-    }
+    EXPECT_EQ(Contents(PathOf("out")), "rawx\0\r\ncr-lf\r\nnonea"s);
 }
 
 TEST_F(FileTest, CopiesShareOneStreamAndReopeningLeavesTheOldStreamOpen) {

@@ -1,5 +1,5 @@
 #include "CZRB_Code.h"
-#include "CZRB_Exception.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -8,14 +8,10 @@
 
 namespace {
 
-std::string Text(const CZRB_String& s) {
-    return std::string(s.GetStringC(), s.GetLength());
-}
-
 // The rendered code after filling it from `text`.
 std::string Matched(const char* pattern, const char* text) {
     CZRB_Code code{CZRB_String(pattern)};
-    return Text(code.Set(CZRB_String(text)).GetString());
+    return Str(code.Set(CZRB_String(text)).GetString());
 }
 
 } // namespace
@@ -37,13 +33,13 @@ TEST(Code, TemplateSyntax) {
         for (unsigned int i = 0; i < fields; ++i) {
             code.SetField(code.GetNames()[i], code.GetNames()[i]);
         }
-        EXPECT_EQ(Text(code.GetString()), rendered) << pattern;
+        EXPECT_EQ(Str(code.GetString()), rendered) << pattern;
     }
     // A failed Format leaves no template behind.
     CZRB_Code code(CZRB_String("<a>-<b>"));
     EXPECT_EQ(code.Format(CZRB_String("<a><b>")), 11U);
-    EXPECT_EQ(Text(code.GetString()), "");
-    EXPECT_EQ(Text(code.GetField(CZRB_String("a"))), "(*this)");
+    EXPECT_EQ(Str(code.GetString()), "");
+    EXPECT_EQ(Str(code.GetField(CZRB_String("a"))), "(*this)");
 }
 
 TEST(Code, MatchingSkipsPrefixesAndTheFinalFieldIsGreedy) {
@@ -56,20 +52,20 @@ TEST(Code, MatchingSkipsPrefixesAndTheFinalFieldIsGreedy) {
 
     CZRB_Code code(CZRB_String("<a>-<b>"));
     code.Set(CZRB_String("12-34"));
-    EXPECT_EQ(Text(code.GetField(CZRB_String("b"))), "34");
-    EXPECT_EQ(Text(code.GetField(CZRB_String("zz"))), "(*this)");
+    EXPECT_EQ(Str(code.GetField(CZRB_String("b"))), "34");
+    EXPECT_EQ(Str(code.GetField(CZRB_String("zz"))), "(*this)");
     code.Set(CZRB_String("1234")); // no '-': nothing changes
-    EXPECT_EQ(Text(code.GetString()), "12-34");
+    EXPECT_EQ(Str(code.GetString()), "12-34");
     code.Set(CZRB_String("5-")); // an empty final remainder keeps the old value
-    EXPECT_EQ(Text(code.GetString()), "5-34");
+    EXPECT_EQ(Str(code.GetString()), "5-34");
     code.Set(CZRB_String("x/y-7/8/9")); // "/" is not in the template; the last field takes all
-    EXPECT_EQ(Text(code.GetField(CZRB_String("a"))), "x/y");
-    EXPECT_EQ(Text(code.GetField(CZRB_String("b"))), "7/8/9");
+    EXPECT_EQ(Str(code.GetField(CZRB_String("a"))), "x/y");
+    EXPECT_EQ(Str(code.GetField(CZRB_String("b"))), "7/8/9");
 
     CZRB_Code dropped(CZRB_String("a<x>b"));
     dropped.SetField(CZRB_String("x"), CZRB_String("5"));
     dropped.SetField(CZRB_String("y"), CZRB_String("6"));
-    EXPECT_EQ(Text(dropped.GetString()), "a5");
+    EXPECT_EQ(Str(dropped.GetString()), "a5");
 }
 
 TEST(Code, SetFromOtherCodeAndCopiesOwnTheirTemplate) {
@@ -77,7 +73,7 @@ TEST(Code, SetFromOtherCodeAndCopiesOwnTheirTemplate) {
     CZRB_Code source(CZRB_String("<z>=<w>=<x>"));
     source.Set(CZRB_String("1=2=3"));
     target.Set(source);
-    EXPECT_EQ(Text(target.GetString()), "3::1");
+    EXPECT_EQ(Str(target.GetString()), "3::1");
 
     CZRB_Code copy(target);
     CZRB_Code assigned;
@@ -86,9 +82,9 @@ TEST(Code, SetFromOtherCodeAndCopiesOwnTheirTemplate) {
     assigned = alias;
     target.Format(CZRB_String("other<q>"));
     copy.SetField(CZRB_String("y"), CZRB_String("7"));
-    EXPECT_EQ(Text(copy.GetString()), "3:7:1");
-    EXPECT_EQ(Text(assigned.GetString()), "3::1");
-    EXPECT_EQ(Text(target.GetString()), "other");
+    EXPECT_EQ(Str(copy.GetString()), "3:7:1");
+    EXPECT_EQ(Str(assigned.GetString()), "3::1");
+    EXPECT_EQ(Str(target.GetString()), "other");
 
     const CZRB_Code::CFormatNode node(CZRB_Code::CFormatNode::TYPE_NONE, nullptr);
     EXPECT_EQ(node == node, 0);
@@ -110,9 +106,9 @@ TEST(Code, ManyFieldsRoundTripAndNamesCompareUpToAZeroByte) {
     CZRB_Code code;
     ASSERT_EQ(code.Format(pattern), 0U);
     // The trailing literal was dropped from the template, so the last field takes the rest.
-    EXPECT_EQ(Text(code.Set(text).GetString()), Text(text));
-    EXPECT_EQ(Text(code.GetField(CZRB_String("f2998"))), "2998-");
-    EXPECT_EQ(Text(code.GetField(CZRB_String("f2999"))), "2999- ");
+    EXPECT_EQ(Str(code.Set(text).GetString()), Str(text));
+    EXPECT_EQ(Str(code.GetField(CZRB_String("f2998"))), "2998-");
+    EXPECT_EQ(Str(code.GetField(CZRB_String("f2999"))), "2999- ");
 
     // Names are compared as zero-terminated texts, so these two are the same name.
     EXPECT_EQ(code.Format(CZRB_String("<a\0x>-<a\0y>", 12)), 11U);

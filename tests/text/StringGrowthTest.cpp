@@ -2,6 +2,7 @@
 // editing rules are checked while the buffer has spare room; and the searches against a
 // plain scan.
 #include "CZRB_String.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -11,10 +12,6 @@
 #include <string>
 
 namespace {
-
-std::string Str(const CZRB_String& s) {
-    return std::string(s.GetStringC(), s.GetLength());
-}
 
 CZRB_String Make(const std::string& text) {
     return CZRB_String(text.data(), static_cast<unsigned int>(text.size()));

@@ -5,11 +5,6 @@
 
 namespace {
 
-std::string Sample(const std::string& name) {
-    std::ifstream in(std::filesystem::path(LZRB_TEST_DATA_DIR) / "bmp" / name, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), {});
-}
-
 std::string SamplePath(const std::string& name) {
     return (std::filesystem::path(LZRB_TEST_DATA_DIR) / "bmp" / name).string();
 }
@@ -25,24 +20,21 @@ TEST_F(ZrbTest, BmpToPnmWritesTheReferenceFileByteForByte) {
         {"hand_v3_1555_topdown.bmp", "hand_v3_1555_topdown.pam", {"--output", "out.pam"}},
     };
     for (const auto& [bmp, reference, args] : cases) {
-        std::vector<std::string> argv = {"bmp", "topnm", SamplePath(bmp)};
-        argv.insert(argv.end(), args.begin(), args.end());
-        const ZrbResult r = Zrb(argv);
+        const ZrbResult r = Zrb({"bmp", "topnm", SamplePath(bmp)}, args);
         EXPECT_EQ(r.status, 0) << bmp << r.err;
         EXPECT_EQ(r.err, "");
         const bool toFile = args.size() == 2 && args[1] != "-";
-        std::ifstream written(m_dir / (toFile ? args[1] : ".stdout"), std::ios::binary);
-        EXPECT_TRUE(std::string(std::istreambuf_iterator<char>(written), {}) == Sample(reference))
-            << bmp;
+        const std::string written = Contents(PathOf(toFile ? args[1] : ".stdout"));
+        EXPECT_TRUE(written == Contents(SamplePath(reference))) << bmp;
     }
 }
 
 TEST_F(ZrbTest, BmpToPnmExplainsRefusalsAndFailedWrites) {
-    Write("short.bmp", Sample("im_v3_24.bmp").substr(0, 80));
+    Write("short.bmp", Contents(SamplePath("im_v3_24.bmp")).substr(0, 80));
     Write("text.bmp", std::string(60, 'B'));
     Write("zero.bmp", "BM" + std::string(60, '\0'));
     const std::string alpha = SamplePath("im_v5_32a.bmp");
-    const std::vector<std::tuple<std::vector<std::string>, std::string>> cases = {
+    const ZrbCases cases = {
         {{SamplePath("hand_v3_png.bmp"), "-o", "out.pnm"},
          "hand_v3_png.bmp: the bitmap holds an embedded PNG image, which is not decoded here"},
         {{SamplePath("hand_v3_jpeg.bmp")}, "embedded JPEG image"},
@@ -58,16 +50,8 @@ TEST_F(ZrbTest, BmpToPnmExplainsRefusalsAndFailedWrites) {
         {{alpha, "-o", "/dev/full"}, "zrb bmp topnm: /dev/full: cannot be written: No space"},
         {{alpha, "-o", "no/such/dir.pam"}, "no/such/dir.pam: cannot be created"},
     };
-    for (const auto& [args, message] : cases) {
-        std::vector<std::string> argv = {"bmp", "topnm"};
-        argv.insert(argv.end(), args.begin(), args.end());
-        const ZrbResult r = Zrb(argv);
-        EXPECT_EQ(r.status, 2) << message;
-        EXPECT_EQ(r.out, "");
-        EXPECT_EQ(CountLines(r.err, message), 1) << r.err;
-        // A file that is not decoded leaves no output file behind.
-        EXPECT_FALSE(std::filesystem::exists(m_dir / "out.pnm")) << message;
-    }
+    ExpectRefusals({"bmp", "topnm"}, cases);
+    EXPECT_FALSE(std::filesystem::exists(PathOf("out.pnm"))); // nothing decoded, nothing left
     EXPECT_EQ(Zrb({"bmp", "topnm", alpha, "--max-pixels", "117"}).status, 0);
 
     // Standard output refused: said once, by the command itself.
@@ -78,7 +62,7 @@ TEST_F(ZrbTest, BmpToPnmExplainsRefusalsAndFailedWrites) {
 }
 
 TEST_F(ZrbTest, BmpInfoAddsWhatTheDecoderSees) {
-    Write("short.bmp", Sample("im_v3_24.bmp").substr(0, 80));
+    Write("short.bmp", Contents(SamplePath("im_v3_24.bmp")).substr(0, 80));
     const std::vector<std::tuple<std::string, int, std::vector<std::string>>> cases = {
         {SamplePath("im_core_8.bmp"),
          0,

@@ -39,17 +39,15 @@ TEST_F(ZrbTest, CrcPrintsPlainAndTaggedLines) {
          "xorout=0xffffffff (digits.txt) = cbf43926\n"},
     };
     for (const auto& [args, expected] : cases) {
-        std::vector<std::string> argv = {"crc"};
-        argv.insert(argv.end(), args.begin(), args.end());
-        const ZrbResult r = Zrb(argv);
-        EXPECT_EQ(r.status, 0) << argv[2] << r.err;
-        EXPECT_EQ(r.out, expected) << argv[2];
+        const ZrbResult r = Zrb({"crc"}, args);
+        EXPECT_EQ(r.status, 0) << args[0] << r.err;
+        EXPECT_EQ(r.out, expected) << args[0];
     }
 }
 
 TEST_F(ZrbTest, CrcOfLargeInputMatchesZlibWhetherMappedReadOrPiped) {
     Write("big.bin", PseudoRandomBytes());
-    EXPECT_EQ(Zrb({"crc", "big.bin", "-"}, PseudoRandomBytes()).out,
+    EXPECT_EQ(Zrb({"crc", "big.bin", "-"}, {}, PseudoRandomBytes()).out,
               "f8c6f3bc  big.bin\nf8c6f3bc  -\n");
     const ZrbResult piped = Shell("cat big.bin | \"$ZRB\" crc -a XMODEM --tag");
     EXPECT_EQ(piped.out, "CRC-16/XMODEM (-) = 229a\n") << piped.err;
@@ -77,7 +75,7 @@ TEST_F(ZrbTest, CrcCheckReportsEachFileAndFailsOnMismatch) {
     EXPECT_EQ(Zrb({"crc", "--quiet", "-c", "sums"}).out, "a.txt: FAILED\na.txt: FAILED\n");
 
     std::filesystem::remove(m_dir / "a.txt");
-    r = Zrb({"crc", "-c", "-"}, plain + "not a line\n");
+    r = Zrb({"crc", "-c", "-"}, {}, plain + "not a line\n");
     EXPECT_EQ(r.status, 2);
     EXPECT_EQ(r.out, "a.txt: FAILED open or read\nback\\slash: OK\n");
     EXPECT_NE(r.err.find("a.txt: No such file or directory"), std::string::npos);
@@ -124,7 +122,7 @@ TEST_F(ZrbTest, CrcProgressBarOnlyWhenAskedOffTerminal) {
 
 TEST_F(ZrbTest, CrcBadUsageAndUnreadableInputExitWithTwoAndSayWhy) {
     Write("digits.txt", "123456789");
-    const std::vector<std::tuple<std::vector<std::string>, std::string>> cases = {
+    const ZrbCases cases = {
         {{"-a", "CRC-99", "digits.txt"}, "unknown CRC algorithm \"CRC-99\""},
         {{"-a", "0x2000", "digits.txt"}, "no catalogue CRC has the selector 0x2000"},
         {{"--width", "12", "--poly", "3", "digits.txt"}, "8, 16, 32 or 64, not 12"},
@@ -138,28 +136,15 @@ TEST_F(ZrbTest, CrcBadUsageAndUnreadableInputExitWithTwoAndSayWhy) {
         {{"-c", "missing.crc"}, "missing.crc: No such file or directory"},
         {{"-c", "digits.txt"}, "digits.txt: line 1: not a CRC line"},
     };
-    for (const auto& [args, message] : cases) {
-        std::vector<std::string> argv = {"crc"};
-        argv.insert(argv.end(), args.begin(), args.end());
-        const ZrbResult r = Zrb(argv);
-        EXPECT_EQ(r.status, 2) << message;
-        EXPECT_NE(r.err.find(message), std::string::npos) << r.err;
-    }
+    ExpectRefusals({"crc"}, cases);
 }
 
 TEST_F(ZrbTest, EveryCommandHasHelpAndUsageErrorsExitWithTwo) {
-    for (const std::vector<std::string>& command : {std::vector<std::string>{},
-                                                    {"crc"},
-                                                    {"date"},
-                                                    {"bmp"},
-                                                    {"bmp", "info"},
-                                                    {"bmp", "pixel"},
-                                                    {"csv"},
-                                                    {"csv", "check"},
-                                                    {"csv", "cut"}}) {
-        std::vector<std::string> args = command;
-        args.push_back("--help");
-        const ZrbResult r = Zrb(args);
+    const std::vector<std::string> commands[] = {{},      {"crc"},          {"date"},
+                                                 {"bmp"}, {"bmp", "info"},  {"bmp", "pixel"},
+                                                 {"csv"}, {"csv", "check"}, {"csv", "cut"}};
+    for (const std::vector<std::string>& command : commands) {
+        const ZrbResult r = Zrb(command, {"--help"});
         EXPECT_EQ(r.status, 0);
         EXPECT_NE(r.out.find("Usage: zrb"), std::string::npos) << r.out;
     }

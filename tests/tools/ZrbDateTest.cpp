@@ -17,9 +17,7 @@ TEST_F(ZrbTest, DateConvertsIntoOneCalendar) {
          "01.01.2000 00%\n"},
     };
     for (const auto& [args, expected] : cases) {
-        std::vector<std::string> argv = {"date"};
-        argv.insert(argv.end(), args.begin(), args.end());
-        const ZrbResult r = Zrb(argv);
+        const ZrbResult r = Zrb({"date"}, args);
         EXPECT_EQ(r.status, 0) << r.err;
         EXPECT_EQ(r.out, expected) << args.back();
     }
@@ -39,7 +37,7 @@ TEST_F(ZrbTest, DateTableShowsEveryCalendarWithWeekdayAndDayNumbers) {
 }
 
 TEST_F(ZrbTest, DateRejectsWhatIsNoDateAndSaysWhy) {
-    const std::vector<std::tuple<std::vector<std::string>, std::string>> cases = {
+    const ZrbCases cases = {
         {{"2023-02-29"}, "month 2 of 2023 has 28 days in the gregorian calendar"},
         {{"--from", "persian", "1402-12-30"}, "has 29 days in the persian calendar"},
         {{"0-01-01"}, "there is no year 0"},
@@ -50,14 +48,7 @@ TEST_F(ZrbTest, DateRejectsWhatIsNoDateAndSaysWhy) {
         {{"--jd", "999999999999999"}, "outside -784350574879 .. 784354017364"},
         {{"--jd", "5", "2024-01-01"}, "excludes"},
     };
-    for (const auto& [args, message] : cases) {
-        std::vector<std::string> argv = {"date"};
-        argv.insert(argv.end(), args.begin(), args.end());
-        const ZrbResult r = Zrb(argv);
-        EXPECT_EQ(r.status, 2) << message;
-        EXPECT_EQ(r.out, "");
-        EXPECT_NE(r.err.find(message), std::string::npos) << r.err;
-    }
+    ExpectRefusals({"date"}, cases);
 }
 
 } // namespace

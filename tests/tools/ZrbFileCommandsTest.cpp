@@ -5,50 +5,16 @@
 
 namespace {
 
-void Put(std::string& bytes, unsigned int value, int size) {
-    for (int i = 0; i < size; ++i) {
-        bytes += static_cast<char>(value >> (8 * i));
-    }
+// 2 x 2 pixels of 8 bits, two palette entries: the top row (indices 0 1) over (1 0).
+BmpFile Eight(unsigned int headerSize = 40) {
+    return {headerSize, 8, {{0, 1}, {1, 0}}, {0x000000, 0xFF8000}, 2};
 }
-
-// A BMP file of the given form: `palette` entries (each 0x00RRGGBB), then `pixels`.
-std::string Bmp(int width, int height, unsigned short bits, const std::string& pixels,
-                std::vector<unsigned int> palette = {}, unsigned int headerSize = 40) {
-    const unsigned int offset = 14 + headerSize + 4 * static_cast<unsigned int>(palette.size());
-    std::string bytes = "BM";
-    for (const auto& [value, size] : std::vector<std::pair<unsigned int, int>>{
-             {offset + static_cast<unsigned int>(pixels.size()), 4},
-             {0, 4},
-             {offset, 4},
-             {headerSize, 4},
-             {static_cast<unsigned int>(width), 4},
-             {static_cast<unsigned int>(height), 4},
-             {1, 2},
-             {bits, 2},
-             {0, 4},
-             {static_cast<unsigned int>(pixels.size()), 4},
-             {0, 4},
-             {0, 4},
-             {static_cast<unsigned int>(palette.size()), 4},
-             {0, 4}}) {
-        Put(bytes, value, size);
-    }
-    bytes.resize(14 + headerSize, '\0');
-    for (const unsigned int entry : palette) {
-        Put(bytes, entry, 4);
-    }
-    return bytes + pixels;
-}
-
-const std::vector<unsigned int> kTwoColours = {0x000000, 0xFF8000};
-// 2 x 2 pixels, the bottom row (indices 1 0) stored first, then the top row (0 1).
-const std::string kEightBitRows("\x01\x00\x00\x00\x00\x01\x00\x00", 8);
 
 TEST_F(ZrbTest, BmpInfoSaysWhatTheHeaderHoldsAndWhatTheReaderAnswers) {
-    Write("eight.bmp", Bmp(2, 2, 8, kEightBitRows, kTwoColours));
-    Write("four.bmp", Bmp(2, 1, 4, std::string(4, '\x10'), kTwoColours));
-    Write("v5.bmp", Bmp(2, 2, 8, kEightBitRows, kTwoColours, 124));
-    Write("rgb.bmp", Bmp(1, 1, 24, std::string("\x30\x20\x10\x00", 4)));
+    Write("eight.bmp", Eight().Build());
+    Write("four.bmp", BmpFile{40, 4, {{1, 0}}, {0x000000, 0xFF8000}, 2}.Build());
+    Write("v5.bmp", Eight(124).Build());
+    Write("rgb.bmp", BmpFile{40, 24, {{0x102030}}, {}}.Build());
     const std::vector<std::tuple<std::string, std::vector<std::string>>> cases = {
         {"eight.bmp",
          {"header         40-byte info header",
@@ -72,11 +38,14 @@ TEST_F(ZrbTest, BmpInfoSaysWhatTheHeaderHoldsAndWhatTheReaderAnswers) {
 }
 
 TEST_F(ZrbTest, BmpPixelPrintsColourAndIndexOrTheReason) {
-    Write("eight.bmp", Bmp(2, 2, 8, kEightBitRows, kTwoColours));
-    Write("v5.bmp", Bmp(2, 2, 8, kEightBitRows, kTwoColours, 124));
-    Write("rgb.bmp", Bmp(1, 1, 24, std::string("\x30\x20\x10\x00", 4)));
-    Write("topdown.bmp", Bmp(2, -2, 8, kEightBitRows, kTwoColours));
-    Write("short.bmp", Bmp(2, 2, 8, kEightBitRows, kTwoColours).substr(0, 66));
+    BmpFile topDown = Eight();
+    topDown.topDown = true;
+    topDown.sizeImage = 8;
+    Write("eight.bmp", Eight().Build());
+    Write("v5.bmp", Eight(124).Build());
+    Write("rgb.bmp", BmpFile{40, 24, {{0x102030}}, {}}.Build());
+    Write("topdown.bmp", topDown.Build());
+    Write("short.bmp", Eight().Build().substr(0, 66));
     Write("text.bmp", std::string(60, 'B'));
     Write("tiny.bmp", "BM");
     const std::vector<std::tuple<std::vector<std::string>, int, std::string, std::string>> cases = {
@@ -93,9 +62,7 @@ TEST_F(ZrbTest, BmpPixelPrintsColourAndIndexOrTheReason) {
         {{"missing.bmp", "0", "0"}, 2, "", "missing.bmp: No such file or directory"},
     };
     for (const auto& [args, status, out, message] : cases) {
-        std::vector<std::string> argv = {"bmp", "pixel"};
-        argv.insert(argv.end(), args.begin(), args.end());
-        const ZrbResult r = Zrb(argv);
+        const ZrbResult r = Zrb({"bmp", "pixel"}, args);
         EXPECT_EQ(r.status, status) << args[0] << r.err;
         EXPECT_EQ(r.out, out) << args[0];
         EXPECT_NE(r.err.find(message), std::string::npos) << r.err;
@@ -119,9 +86,7 @@ TEST_F(ZrbTest, CsvCheckCountsRecordsOrNamesTheFirstBadLine) {
          "between quotes still splits)\n"},
     };
     for (const auto& [args, status, out] : cases) {
-        std::vector<std::string> argv = {"csv", "check", "--fields", "3"};
-        argv.insert(argv.end(), args.begin(), args.end());
-        const ZrbResult r = Zrb(argv);
+        const ZrbResult r = Zrb({"csv", "check", "--fields", "3"}, args);
         EXPECT_EQ(r.status, status) << r.err;
         EXPECT_EQ(r.out, out);
     }
@@ -130,24 +95,18 @@ TEST_F(ZrbTest, CsvCheckCountsRecordsOrNamesTheFirstBadLine) {
 TEST_F(ZrbTest, CsvCutPrintsChosenColumnsInTheOrderGiven) {
     Write("good.csv", "a,b,c\r\n1,2,3\r\n4,,6,\n");
     Write("bad.csv", "a,b\n");
-    ZrbResult r = Zrb({"csv", "cut", "good.csv", "--fields", "3", "-k", "3,1,3"});
+    const ZrbResult r = Zrb({"csv", "cut", "good.csv", "--fields", "3", "-k", "3,1,3"});
     EXPECT_EQ(r.status, 0);
     EXPECT_EQ(r.out, "c,a,c\n3,1,3\n6,4,6\n");
     EXPECT_EQ(Zrb({"csv", "cut", "good.csv", "--fields", "3", "--sep", ";", "-k", "1"}).status, 2);
 
-    for (const auto& [args, message] :
-         std::vector<std::tuple<std::vector<std::string>, std::string>>{
-             {{"good.csv", "--fields", "3", "-k", "4"}, "column 4 is not between 1 and 3"},
-             {{"good.csv", "--fields", "0", "-k", "1"}, "--fields"},
-             {{"good.csv", "--fields", "3", "--sep", "::", "-k", "1"}, "one character"},
-             {{"bad.csv", "--fields", "3", "-k", "1"}, "line 1: 2 field(s), 3 expected"},
-             {{"missing.csv", "--fields", "3", "-k", "1"}, "No such file or directory"}}) {
-        std::vector<std::string> argv = {"csv", "cut"};
-        argv.insert(argv.end(), args.begin(), args.end());
-        r = Zrb(argv);
-        EXPECT_EQ(r.status, 2) << message;
-        EXPECT_NE(r.err.find(message), std::string::npos) << r.err;
-    }
+    const ZrbCases cases = {
+        {{"good.csv", "--fields", "3", "-k", "4"}, "column 4 is not between 1 and 3"},
+        {{"good.csv", "--fields", "0", "-k", "1"}, "--fields"},
+        {{"good.csv", "--fields", "3", "--sep", "::", "-k", "1"}, "one character"},
+        {{"bad.csv", "--fields", "3", "-k", "1"}, "line 1: 2 field(s), 3 expected"},
+        {{"missing.csv", "--fields", "3", "-k", "1"}, "No such file or directory"}};
+    ExpectRefusals({"csv", "cut"}, cases);
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 #include "CZRB_BitSet.h"
-#include "CZRB_Exception.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -40,16 +40,6 @@ int CompareBits(const Bits& a, const Bits& b) {
         if (x != y) {
             return x ? 1 : -1;
         }
-    }
-    return 0;
-}
-
-template <class F>
-int Code(F action) {
-    try {
-        action();
-    } catch (const CZRB_Exception& e) {
-        return static_cast<int>(e.code);
     }
     return 0;
 }
@@ -116,9 +106,9 @@ TEST(BitSetTest, MatchesBitVectorReference) {
 }
 
 TEST(BitSetTest, LengthsWordCountsAndFields) {
-    EXPECT_EQ(Code([] { CZRB_BitSet(0, 1); }), 5);
-    EXPECT_EQ(Code([] { CZRB_BitSet() << 1; }), 5);
-    EXPECT_EQ(Code([] { CZRB_BitSet() >> 1; }), 5);
+    EXPECT_EQ(CodeOf([] { CZRB_BitSet(0, 1); }), 5U);
+    EXPECT_EQ(CodeOf([] { CZRB_BitSet() << 1; }), 5U);
+    EXPECT_EQ(CodeOf([] { CZRB_BitSet() >> 1; }), 5U);
     CZRB_BitSet empty;
     EXPECT_TRUE(!empty.IsValid() && empty.ToUnsigned() == 0 && empty.And() == 1);
     EXPECT_FALSE(empty.GetField(0, 8).IsValid());
@@ -182,10 +172,10 @@ TEST(BitSetTest, JoinMergeAndBitReferences) {
     a.SetFieldUnsigned(0, 4, 0xA);
     CZRB_BitSet merged(a);
     EXPECT_EQ(merged.Merge(merged, 0).ToUnsigned(), 0xAAu);
-    EXPECT_EQ(Code([&] { CZRB_BitSet(a).Merge(empty, 1); }), 32);
-    EXPECT_EQ(Code([&] { CZRB_BitSet().Merge(a, 0); }), 32);
-    EXPECT_EQ(Code([&] { a.Join(empty); }), 32);
-    EXPECT_EQ(Code([&] { empty.Join(a); }), 32);
+    EXPECT_EQ(CodeOf([&] { CZRB_BitSet(a).Merge(empty, 1); }), 32U);
+    EXPECT_EQ(CodeOf([&] { CZRB_BitSet().Merge(a, 0); }), 32U);
+    EXPECT_EQ(CodeOf([&] { a.Join(empty); }), 32U);
+    EXPECT_EQ(CodeOf([&] { empty.Join(a); }), 32U);
 
     CZRB_BitSet set(8, 0);
     set[3] = 1;

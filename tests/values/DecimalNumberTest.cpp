@@ -1,5 +1,5 @@
 #include "CZRB_DecimalNumber.h"
-#include "CZRB_Exception.h"
+#include "TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -23,10 +23,6 @@ struct CProbe : CZRB_DecimalNumber {
 // A number from its digit count and scaled value (Sum adds without aligning).
 Dec Scaled(unsigned short digits, long long scaled) {
     return CProbe::Sum(Dec(digits), Dec(0, scaled));
-}
-
-std::string Text(const CZRB_String& s) {
-    return std::string(s.GetStringC(), s.GetLength());
 }
 
 const long long kMax = std::numeric_limits<long long>::max();
@@ -172,8 +168,8 @@ TEST(DecimalNumber, ToStringForms) {
         {5, 70000, "0.04464", "0,70000"},
         {0, 2147483648LL, "-2147483648.0", "2.147.483.648"}};
     for (const auto& [digits, scaled, plain, grouped] : cases) {
-        EXPECT_EQ(Text(Scaled(digits, scaled).ToString('.')), plain);
-        EXPECT_EQ(Text(Scaled(digits, scaled).ToString(',', '.')), grouped);
+        EXPECT_EQ(Str(Scaled(digits, scaled).ToString('.')), plain);
+        EXPECT_EQ(Str(Scaled(digits, scaled).ToString(',', '.')), grouped);
     }
 }
 
