@@ -7,6 +7,7 @@
 // The write benchmarks also report the system write calls per record (from /proc/self/io).
 #include "CZRB_CsvFile.h"
 #include "CZRB_File.h"
+#include "WriteCalls.h"
 
 #include <benchmark/benchmark.h>
 
@@ -76,19 +77,6 @@ const CTempFile& CsvFile(int padding = 0) {
     static const CTempFile shortFields(make(0));
     static const CTempFile longFields(make(kLongFieldPadding));
     return padding == 0 ? shortFields : longFields;
-}
-
-// The number of write system calls this process made so far; -1 when the system does not tell.
-long long WriteCalls() {
-    std::ifstream io("/proc/self/io");
-    std::string key;
-    long long value = 0;
-    while (io >> key >> value) {
-        if (key == "syscw:") {
-            return value;
-        }
-    }
-    return -1;
 }
 
 void ReportWriteCalls(benchmark::State& state, long long before) {

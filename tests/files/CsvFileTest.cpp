@@ -1,5 +1,6 @@
 #include "CZRB_CsvFile.h"
 #include "FileTestSupport.h"
+#include "WriteCalls.h"
 
 #include <memory>
 #include <random>
@@ -24,19 +25,6 @@ Outcome ReadWithLibrary(const std::string& path, unsigned int fields, char separ
         }
     }
     return {lines != nullptr, records, lineCount};
-}
-
-// The write system calls this process made so far (-1 when the system does not tell).
-long long WriteCalls() {
-    std::ifstream io("/proc/self/io");
-    std::string key;
-    long long value = 0;
-    while (io >> key >> value) {
-        if (key == "syscw:") {
-            return value;
-        }
-    }
-    return -1;
 }
 
 // ReadFile step by step as described: ReadTextLine and ExtractTags while bytes are left.

@@ -8,7 +8,7 @@
 
 using namespace std::string_literals;
 
-inline void PutLe(std::string& out, unsigned int value, int width) {
+inline void PutLe(std::string& out, unsigned long long value, int width) {
     for (int i = 0; i < width; ++i) {
         out += static_cast<char>(value >> (8 * i));
     }
